@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The one-line texts that stand for a record.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace RecordLines
+{
+
+/// Shown for a record without a title, and where there is no record.
+extern const QString Empty;
+
+/// The record's line in the list: its title as it stands, or Empty's text.
+QString listLine(const QString &title);
+
+/// "%d %s": a record's Id and title, as link values and choice lists hold them.
+QString idAndTitle(qint64 id, const QString &title);
+
+/// The text of the count label, "%d Records".
+QString countText(int lines);
+
+/// Row numbers of `lines` in the order in which people read lists: the order of
+/// QString::localeAwareCompare, equal lines in their given order.
+QVector<int> alphabeticalOrder(const QStringList &lines);
+
+} // namespace RecordLines

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Names of sub-tables: the detail table that belongs to one field of one record.
+#pragma once
+
+#include <QString>
+
+namespace SubTables
+{
+
+/// The stored name of the detail table of the record titled `title` of table `owner`, for
+/// the field shown as `label`: white space simplified, blanks as "_".
+QString storedName(const QString &owner, const QString &label, const QString &title);
+
+} // namespace SubTables

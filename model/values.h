@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Value texts: how stored texts become numbers, dates and shown texts.
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QVariant>
+
+namespace Values
+{
+
+/// An amount as people read it: two decimals, a point, the euro sign ("3.00€"). Text that
+/// is no number reads as zero.
+QString moneyText(const QVariant &value);
+
+/// `value` with two decimals and a point, without a sign ("3.00").
+QString twoDecimals(double value);
+
+/// `value` with six decimals and a point, as real columns are stored.
+QString sixDecimals(double value);
+
+/// Yes or no as the record view reads it: everything but "", "0" and "false" (any letter
+/// case) is yes.
+bool isYes(const QVariant &value);
+
+/// The date in a text of the form "dd/MM/yyyy"; invalid for any other text.
+QDate date(const QString &text);
+
+/// The text of a date in the form "dd/MM/yyyy", empty for an invalid one.
+QString dateText(const QDate &date);
+
+/// A number as people type it ("1 234,5", "1234.5"): blanks are left out and commas read as
+/// points. Sets *ok to whether the text is a finite number; the result is 0 when it is not.
+double typedNumber(const QString &text, bool *ok);
+
+/// The whole part of a stored number ("12", "12.000000"), for Ids in reference columns; 0
+/// for a text that is none or does not fit.
+int wholePart(const QVariant &value);
+
+/// The integer part of done / total x 100; 0 when total is below 1.
+int percent(int done, int total);
+
+/// `text` with every single quote doubled, ready to stand inside a quoted SQL value.
+QString quotesDoubled(QString text);
+
+} // namespace Values

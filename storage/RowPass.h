@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// One forward walk over a table.
+#pragma once
+
+#include <QSqlQuery>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+/// Walks the rows of a table once, in table order, on the default connection. Values are
+/// read by position; nothing of a row is kept. The statement is finished when the pass ends
+/// or is destroyed, so it never stands in the way of later changes to the table.
+class RowPass
+{
+public:
+    /// Begins a walk over `columns` (all columns in table order when empty). A table or
+    /// column that does not exist gives a pass without rows.
+    explicit RowPass(const QString &table, const QStringList &columns = {});
+    ~RowPass();
+    RowPass(const RowPass &) = delete;
+    RowPass &operator=(const RowPass &) = delete;
+
+    /// Steps to the next row; false when there is none.
+    bool next();
+
+    /// The current row's value at `position` in the columns asked for.
+    QVariant value(int position) const;
+
+    /// Number of rows of a table, counted by SQLite itself; 0 when it cannot be read.
+    static int count(const QString &table);
+
+private:
+    QSqlQuery query;
+};
