@@ -19,13 +19,14 @@ QString recordFolder(const QString &table, const QString &title);
 /// The part of a path after its last "/".
 QString fileName(const QString &path);
 
-/// True when base + storedPath names something inside the folder `base` (the current
-/// folder when empty): relative, without a ".." component, and not led outside by a
-/// symbolic link.
+/// True when base + storedPath names something inside the folder `base` (which ends with "/",
+/// or is empty for the current folder): relative, without a ".." component, and not led outside
+/// by a symbolic link. The file need not exist yet. An empty path names no file: false.
 bool isInside(const QString &base, const QString &storedPath);
 
 /// True when the stored path may be handed to the desktop: inside the folder, and not of a
-/// kind that the desktop would run.
+/// kind that the desktop would run, neither by its own suffix (in any letter case) nor by that
+/// of the file that a link leads to.
 bool mayBeOpened(const QString &base, const QString &storedPath);
 
 } // namespace Attachments

@@ -31,7 +31,8 @@ bool isRequired(const QString &column);
 /// True when the column holds the Id of a record of another table (begins with "X").
 bool isReference(const QString &column);
 
-/// The parts of a reference column's name; texts are empty where the name lacks them.
+/// The parts of a reference column's name; texts are empty where the name lacks them, and all
+/// are empty for a column that is no reference.
 Reference reference(const QString &column);
 
 /// The column whose format and label describe `column`: itself, or for a reference column
@@ -64,5 +65,9 @@ QString withoutDuplicateSuffix(const QString &column);
 /// The name that a column gets when `earlier` columns carry the same one: suffixed with
 /// earlier + 1, except for link columns and when earlier is 0.
 QString withDuplicateSuffix(const QString &column, int earlier);
+
+/// The stored name of the table that a LINK column leads to: its label is that table's shown
+/// name, made safe for a column's name.
+QString linkTarget(const QString &column);
 
 } // namespace Columns

@@ -3,26 +3,27 @@
 // The thirteen field formats, their order and their short words.
 #pragma once
 
-#include <QLatin1String>
+#include "model/latin1.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace Formats
 {
 
-constexpr QLatin1String String("STRINGFORMAT");
-constexpr QLatin1String Date("DATEFORMAT");
-constexpr QLatin1String Integer("INTEGERFORMAT");
-constexpr QLatin1String Real("REALFORMAT");
-constexpr QLatin1String Money("MONEYFORMAT");
-constexpr QLatin1String Image("IMAGEFORMAT");
-constexpr QLatin1String Pdf("PDFFORMAT");
-constexpr QLatin1String Bool("BOOLFORMAT");
-constexpr QLatin1String Mail("MAILFORMAT");
-constexpr QLatin1String Link("LINKFORMAT");
-constexpr QLatin1String SubTable("SUBTABLEFORMAT");
-constexpr QLatin1String Url("URLFORMAT");
-constexpr QLatin1String LongString("LONGSTRINGFORMAT");
+constexpr QLatin1String String = Latin1::text("STRINGFORMAT");
+constexpr QLatin1String Date = Latin1::text("DATEFORMAT");
+constexpr QLatin1String Integer = Latin1::text("INTEGERFORMAT");
+constexpr QLatin1String Real = Latin1::text("REALFORMAT");
+constexpr QLatin1String Money = Latin1::text("MONEYFORMAT");
+constexpr QLatin1String Image = Latin1::text("IMAGEFORMAT");
+constexpr QLatin1String Pdf = Latin1::text("PDFFORMAT");
+constexpr QLatin1String Bool = Latin1::text("BOOLFORMAT");
+constexpr QLatin1String Mail = Latin1::text("MAILFORMAT");
+constexpr QLatin1String Link = Latin1::text("LINKFORMAT");
+constexpr QLatin1String SubTable = Latin1::text("SUBTABLEFORMAT");
+constexpr QLatin1String Url = Latin1::text("URLFORMAT");
+constexpr QLatin1String LongString = Latin1::text("LONGSTRINGFORMAT");
 
 /// What a format word means; Other is any word that is none of the thirteen.
 enum class Kind {

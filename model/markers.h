@@ -3,41 +3,41 @@
 // Every marker and reserved word that table and column names may carry.
 #pragma once
 
-#include <QLatin1String>
+#include "model/latin1.h"
 
 namespace Markers
 {
 
-constexpr QLatin1String HiddenTable("HIDDENTABLE_");
-constexpr QLatin1String SubTable("_XSBTX_");
-constexpr QLatin1String SubTableUser("_XSBTUSRX_");
-constexpr QLatin1String SubTableConfig("_XSBCONFX_");
-constexpr QLatin1String SavedFilter("_XFLTRX_");
-constexpr QLatin1String Reference("_XDTX_");
-constexpr QLatin1String Duplicate("_XMLTYX_");
-constexpr QLatin1String ReferencePrefix("X");
-constexpr QLatin1String RequiredFlag("R");
+constexpr QLatin1String HiddenTable = Latin1::text("HIDDENTABLE_");
+constexpr QLatin1String SubTable = Latin1::text("_XSBTX_");
+constexpr QLatin1String SubTableUser = Latin1::text("_XSBTUSRX_");
+constexpr QLatin1String SubTableConfig = Latin1::text("_XSBCONFX_");
+constexpr QLatin1String SavedFilter = Latin1::text("_XFLTRX_");
+constexpr QLatin1String Reference = Latin1::text("_XDTX_");
+constexpr QLatin1String Duplicate = Latin1::text("_XMLTYX_");
+constexpr QLatin1String ReferencePrefix = Latin1::text("X");
+constexpr QLatin1String RequiredFlag = Latin1::text("R");
 
 /// Ends every format keyword.
-constexpr QLatin1String Format("FORMAT");
+constexpr QLatin1String Format = Latin1::text("FORMAT");
 /// Stands between a column's format and its label.
-constexpr QLatin1String FormatEnd("FORMAT_");
+constexpr QLatin1String FormatEnd = Latin1::text("FORMAT_");
 
 /// How a hidden table's prefix and a sub-table's parts read to a person.
-constexpr QLatin1String ShownHidden("#");
-constexpr QLatin1String ShownArrow("->");
+constexpr QLatin1String ShownHidden = Latin1::text("#");
+constexpr QLatin1String ShownArrow = Latin1::text("->");
 
 /// First column of every table, its integer primary key.
-constexpr QLatin1String IdColumn("RINTEGERFORMAT_Id");
+constexpr QLatin1String IdColumn = Latin1::text("RINTEGERFORMAT_Id");
 /// Column that holds the folder of a record's attachments.
-constexpr QLatin1String UserPathColumn("NLONGSTRINGFORMAT_UserPath");
+constexpr QLatin1String UserPathColumn = Latin1::text("NLONGSTRINGFORMAT_UserPath");
 
-constexpr QLatin1String SettingsTable("settings");
-constexpr QLatin1String FiltersTable("filters");
-constexpr QLatin1String SubTablesConfigsTable("subtablesconfigs");
+constexpr QLatin1String SettingsTable = Latin1::text("settings");
+constexpr QLatin1String FiltersTable = Latin1::text("filters");
+constexpr QLatin1String SubTablesConfigsTable = Latin1::text("subtablesconfigs");
 
 /// Folders beside the database file: attachments of records, icons of tables.
-constexpr QLatin1String AttachmentsFolder("TABLES_DOC");
-constexpr QLatin1String IconsFolder("DB_DATA");
+constexpr QLatin1String AttachmentsFolder = Latin1::text("TABLES_DOC");
+constexpr QLatin1String IconsFolder = Latin1::text("DB_DATA");
 
 } // namespace Markers

@@ -3,6 +3,8 @@
 // The one-line texts that stand for a record.
 #pragma once
 
+#include "model/latin1.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -11,7 +13,7 @@ namespace RecordLines
 {
 
 /// Shown for a record without a title, and where there is no record.
-extern const QString Empty;
+constexpr QLatin1String Empty = Latin1::text("----");
 
 /// The record's line in the list: its title as it stands, or Empty's text.
 QString listLine(const QString &title);

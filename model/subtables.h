@@ -8,6 +8,10 @@
 namespace SubTables
 {
 
+/// The stored name with exactly these parts: the table that owns the sub-table, the label of
+/// its field there, and the sub-table's own name. Nothing is cleaned.
+QString composedName(const QString &owner, const QString &label, const QString &name);
+
 /// The stored name of the detail table of the record titled `title` of table `owner`, for
 /// the field shown as `label`: white space simplified, blanks as "_".
 QString storedName(const QString &owner, const QString &label, const QString &title);

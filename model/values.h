@@ -11,7 +11,7 @@ namespace Values
 {
 
 /// An amount as people read it: two decimals, a point, the euro sign ("3.00€"). Text that
-/// is no number reads as zero.
+/// is no number, "nan" and "inf" among it, reads as zero.
 QString moneyText(const QVariant &value);
 
 /// `value` with two decimals and a point, without a sign ("3.00").
@@ -31,14 +31,15 @@ QDate date(const QString &text);
 QString dateText(const QDate &date);
 
 /// A number as people type it ("1 234,5", "1234.5"): blanks are left out and commas read as
-/// points. Sets *ok to whether the text is a finite number; the result is 0 when it is not.
+/// points. Sets *ok, which must be given, to whether the text is a finite number; the result is
+/// 0 when it is not.
 double typedNumber(const QString &text, bool *ok);
 
 /// The whole part of a stored number ("12", "12.000000"), for Ids in reference columns; 0
 /// for a text that is none or does not fit.
 int wholePart(const QVariant &value);
 
-/// The integer part of done / total x 100; 0 when total is below 1.
+/// The integer part of done / total x 100, cut, not rounded; 0 when total is below 1.
 int percent(int done, int total);
 
 /// `text` with every single quote doubled, ready to stand inside a quoted SQL value.

@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Main window: construction, look, texts and connections of all pages.
+#include "app/Tavenor.h"
+
+#include "app/workingfiles.h"
+#include "ui_Tavenor.h"
+#include "widgets/AboutForm.h"
+#include "widgets/ListButtonForm.h"
+#include "widgets/chooseNameForm.h"
+#include "widgets/inputDataForm.h"
+#include "widgets/outputDataForm.h"
+#include "widgets/progressBarForm.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScreen>
+#include <QStyleFactory>
+
+namespace
+{
+
+const QString WindowTitle = QStringLiteral("DB Administration Tool");
+
+// The style of the desktop that most users have, where the toolkit offers it.
+void setProgramStyle()
+{
+    const QString wanted = QStringLiteral("windowsvista");
+    if (QStyleFactory::keys().contains(wanted, Qt::CaseInsensitive)) {
+        QApplication::setStyle(wanted);
+    }
+}
+
+void makeHeading(QWidget *label)
+{
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * 1.3);
+    font.setWeight(QFont::DemiBold);
+    label->setFont(font);
+}
+
+} // namespace
+
+Tavenor::Tavenor(QWidget *parent) : QMainWindow(parent), ui(std::make_unique<Ui::Tavenor>())
+{
+    ui->setupUi(this);
+    setProgramStyle();
+    setWindowTitle(WindowTitle);
+    setTexts();
+    setLook();
+    makeDialogs();
+    makeSecondDoor();
+    makeModeMarks();
+    connectDatabase();
+    connectActions();
+    connectTables();
+    connectRecordList();
+    connectRecordView();
+    connectRecordEntry();
+    connectLinks();
+    setReadOnly(false);
+    administratorModeEnabled(false);
+
+    db = std::make_unique<DataBase>();
+    // A copy that finds the lock taken must not write, so it has to know before it opens.
+    opensReadOnly = WorkingFiles::isLocked();
+    db->setReadOnly(opensReadOnly);
+    prepareDataFolders(WorkingFiles::lastDatabase());
+    setDatabase(false);
+    ui->userListWidget->setFocus();
+}
+
+Tavenor::~Tavenor()
+{
+    if (!readOnly) {
+        WorkingFiles::releaseLock();
+    }
+    // The page widgets are made without a parent, so nobody else deletes them.
+    qDeleteAll(viewWidgets);
+    qDeleteAll(inputWidgets);
+    qDeleteAll(listButtons);
+    qDeleteAll(filterButtons);
+}
+
+void Tavenor::setTexts()
+{
+    setActionTexts();
+    setTableTexts();
+    setRecordListTexts();
+    setRecordViewTexts();
+    setRecordEntryTexts();
+}
+
+void Tavenor::setLook()
+{
+    for (QWidget *heading : {static_cast<QWidget *>(ui->lbListName),
+                             static_cast<QWidget *>(ui->lbViewInfo),
+                             static_cast<QWidget *>(ui->lbEdit)}) {
+        makeHeading(heading);
+    }
+    ui->datiLayout->setSpacing(0);
+    ui->datiLayout->setAlignment(Qt::AlignTop);
+    ui->mainSplitter->setStretchFactor(1, 1);
+    ui->mainSplitter->setSizes({220, 960});
+    ui->recordSplitter->setStretchFactor(1, 1);
+    ui->recordSplitter->setSizes({280, 680});
+
+    const QSize available = QGuiApplication::primaryScreen()->availableSize();
+    resize(QSize(1180, 760).boundedTo(available * 0.92));
+}
+
+void Tavenor::closeEvent(QCloseEvent *event)
+{
+    if (!QGuiApplication::isSavingSession() && !mayDiscardTyped()) {
+        event->ignore();
+        return;
+    }
+    // The parentless dialogs would otherwise keep the program alive.
+    progressForm->setHeld(false);
+    progressForm->hide();
+    nameForm->hide();
+    QMainWindow::closeEvent(event);
+}

@@ -1,0 +1,289 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The main window: an index of its pages, slots and operations.
+#pragma once
+
+#include "model/columns.h"
+#include "storage/DataBase.h"
+
+#include <QElapsedTimer>
+#include <QIcon>
+#include <QMainWindow>
+#include <QMap>
+#include <QMessageBox>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+class AboutForm;
+class ListButtonForm;
+class chooseNameForm;
+class inputDataForm;
+class outputDataForm;
+class progressBarForm;
+
+namespace Ui
+{
+class Tavenor;
+}
+
+/// The program's one window over one database file at a time. Each page's code stands in a
+/// file of its own, in the order of the headings below:
+///
+///   start and life of a database   Tavenor.cpp, tavenor_texts.cpp, tavenor_database.cpp
+///   commands and modes             tavenor_commands.cpp, tavenor_maintenance.cpp
+///   table list                     tavenor_tables.cpp
+///   record list                    tavenor_recordlist.cpp
+///   record view                    tavenor_recordview.cpp
+///   record entry                   tavenor_recordentry.cpp
+///   records                        tavenor_records.cpp
+///   sub-tables                     tavenor_subtables.cpp
+///   links                          tavenor_links.cpp
+///   shared dialogs                 tavenor_dialogs.cpp
+///
+/// A page's file is the only one that touches the widgets of its page.
+class Tavenor : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Builds the window, opens the remembered database and takes the lock; runs read-only
+    /// when another copy holds it.
+    explicit Tavenor(QWidget *parent = nullptr);
+    /// Releases the lock unless read-only, and closes the database.
+    ~Tavenor() override;
+
+public slots:
+    // Start and life of a database
+    void newDb();
+    void openDb();
+    void hideShowList(bool on);
+    void showDbPath(bool on);
+
+    // Commands and modes
+    void administratorModeEnabled(bool on);
+    void enableTechMod();
+
+    // Table list
+    void changeTable(QString table);
+    void showHiddenTable();
+    void changeTableIcon();
+
+    // Record list
+    void userSearch(QString userName);
+    void userSearchNext();
+    void userSearchPrev();
+    void sort(bool on);
+    void userSelectionChange();
+    void changeToUsersPage();
+
+    // Record view
+    void vwRecord(int id);
+    void nextRecord();
+    void prevRecord();
+
+    // Record entry
+    void changeToNewUserPage();
+    void updateUser();
+    void newRecord();
+    void deleteUser();
+
+    // Sub-tables
+    void goToSubTableRequest(QString listName);
+
+    // Links
+    void goToRequest(QString listName, int Id);
+    void goBack();
+
+    // Shared dialogs
+    void about();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    /// Pages of the stacked widget, by their place.
+    enum Page { DesignerPage, CalculatorPage, RecordsPage, EntryPage, FiltersPage };
+
+    /// Shows the progress dialog for the length of an operation.
+    class Progress;
+
+    // Start and life of a database
+    void setTexts();
+    void setLook();
+    void connectDatabase();
+    /// Opens `path` and makes its folders; false, with everything left as it was, when it
+    /// cannot be opened. The empty path opens nothing.
+    bool prepareDataFolders(const QString &path);
+    /// Brings up what is open: lock (unless skipLock), table list, reserved tables, first
+    /// table, saved filters.
+    void setDatabase(bool skipLock);
+    void setReadOnly(bool on);
+    void switchDatabase(const QString &path);
+    void showFirstTable();
+    void createReservedTables();
+    void createSettingsTable();
+    void createFiltersTable();
+    void createSubTablesConfigsTable();
+    /// Creates the table unless its name is taken, which is reported.
+    bool createTableChecked(const QString &name, const ColumnDefinitions &columns);
+
+    // Commands and modes
+    void setActionTexts();
+    void connectActions();
+    void makeSecondDoor();
+    void makeModeMarks();
+    void updateCommands();
+
+    // Table list
+    void setTableTexts();
+    void connectTables();
+    void fillTableList();
+    void rebuildTableList();
+    void addTableButton(const QString &table);
+    void markCurrentTable();
+    /// The table's icon: the file recorded in "settings", empty when that cannot be shown,
+    /// the built-in one when none is recorded.
+    QIcon tableIcon(const QString &table) const;
+    void showTableHead(const QString &table);
+    void clearTableHead();
+    void showTableMenu(const QPoint &place);
+    void rebuildFilterButtons();
+
+    // Record list
+    void setRecordListTexts();
+    void connectRecordList();
+    void loadUserList(const QString &table);
+    void clearRecordList();
+    /// The row of the line that opens record `id`; -1 when it has no line.
+    int rowOfRecord(int id) const;
+    /// The Id that the line at `row` opens; 0 for a line that opens none.
+    int recordOfRow(int row) const;
+    void selectRow(int row);
+    void showSearchResult(int index);
+
+    // Record view
+    void setRecordViewTexts();
+    void connectRecordView();
+    void buildRecordView(int id, const QString &table);
+    void clearRecordView();
+    /// Shows the record `currentId` again, or nothing when the list is empty.
+    void showCurrentRecord();
+    outputDataForm *makeField(int id, const QString &table, const QString &title);
+    void fillReference(outputDataForm *form, const QString &column, const QVariant &stored);
+    QVariant linkValueOf(int id, const QString &column, const QVariant &stored);
+    void fillLink(outputDataForm *form, const QString &column, const QVariant &value);
+    void placeField(outputDataForm *form, const QString &column, const QVariant &value);
+
+    // Record entry
+    void setRecordEntryTexts();
+    void connectRecordEntry();
+    void buildInputPage(int id);
+    void clearInputPage();
+    void showEntryPage();
+    inputDataForm *makeEditor(const QString &column, const QVariant &value);
+    void fillEditor(inputDataForm *editor, const QVariant &value);
+    void placeEditor(inputDataForm *editor);
+    QVariant startValue(const QString &column, const QSqlRecord &record) const;
+    /// The folder that attachments of the record on the page go to; settled when first asked
+    /// for, and then kept for the page.
+    QString entryFolder();
+    bool refuseEmptyField(const FieldPairs &pairs);
+    bool saveChanges(const FieldPairs &pairs);
+    void setTyped(bool on);
+    bool mayDiscardTyped();
+    void cancelEntry();
+    void escapeEntry();
+
+    // Records
+    /// Adds a complete record; its Id, or -1 after the failure was shown.
+    int addRecord(const QString &table, const FieldPairs &fields, bool keepId);
+    bool mayBeAdded(const QString &table, const FieldPairs &fields, bool keepId);
+    QString userPathFor(const QString &table, const FieldPair &title) const;
+    /// Writes fields of a record of the current table; the first pair, its Id, in the
+    /// advanced mode only. False when any write failed, which was shown.
+    bool updateRecordFields(int id, const FieldPairs &pairs);
+
+    // Sub-tables
+    ColumnDefinitions subConfigColumns(const QString &base) const;
+    void createSubTable(const QString &fieldColumn, const QString &subName, const QString &parent);
+
+    // Links
+    void connectLinks();
+    void enterTable(const QString &listName);
+
+    // Shared dialogs
+    void makeDialogs();
+    void warn(const QString &text);
+    bool confirm(const QString &text);
+    void updateProgress(int done, int total);
+
+    const std::unique_ptr<Ui::Tavenor> ui;
+
+    // Start and life of a database
+    std::unique_ptr<DataBase> db;
+    QString docFolderName;
+    QString dataFolderName;
+    QString docFolder;
+    QString dataFolder;
+    QString databaseFolder;
+    QString databaseFile;
+    bool readOnly = false;
+    /// Set before the first database is opened; readOnly follows when the lock is decided.
+    bool opensReadOnly = false;
+
+    // Commands and modes
+    bool administratorMode = false;
+    bool advancedMode = false;
+    QList<QAction *> secondDoor;
+    QAction *techModDoor = nullptr;
+    QAction *showListAction = nullptr;
+    QAction *readOnlyMark = nullptr;
+    QAction *administratorMark = nullptr;
+    QAction *advancedMark = nullptr;
+
+    // Table list
+    QStringList allTables;
+    QString currentTable;
+    bool showHidden = false;
+    QList<ListButtonForm *> listButtons;
+    QList<ListButtonForm *> filterButtons;
+
+    // Record list
+    QMap<QString, int> listIdMap;
+    QStringList listLines;
+    QVector<int> lineIds;
+    QVector<int> searchResults;
+    int searchIndex = 0;
+
+    // Record view
+    int currentId = 0;
+    int currentRow = 0;
+    QList<outputDataForm *> viewWidgets;
+
+    // Record entry
+    bool editing = false;
+    /// Values were typed on the entry page and not saved yet.
+    bool typed = false;
+    QString attachmentFolder;
+    bool folderIsNew = false;
+    QList<inputDataForm *> inputWidgets;
+
+    // Records
+    bool reportInsertErrors = true;
+
+    // Links
+    QString previousTable;
+    int previousId = 0;
+
+    // Shared dialogs
+    QMessageBox *messageBox = nullptr;
+    std::unique_ptr<progressBarForm> progressForm;
+    std::unique_ptr<chooseNameForm> nameForm;
+    AboutForm *aboutForm = nullptr;
+    bool operationRunning = false;
+    int shownPercent = 0;
+    QElapsedTimer sincePaint;
+    QElapsedTimer sinceStart;
+};

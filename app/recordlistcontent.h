@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The lines of the record list, read from a table.
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <functional>
+
+/// What the record list shows of a table, gathered before any of it is shown.
+struct RecordListContent {
+    QStringList lines;      ///< one line per record
+    QVector<int> ids;       ///< the Id of each line's record
+    QMap<QString, int> map; ///< line text -> Id; of equal lines the last one's Id
+
+    /// Reads the lines of `table`, whose columns are `columns`, in table order: one pass over
+    /// it and, where the title is a reference, one over the referenced table. `step` is called
+    /// before each record with the number of records done.
+    static RecordListContent read(const QString &table, const QStringList &columns,
+                                  const std::function<void(int)> &step);
+
+    /// Puts the lines in alphabetical order.
+    void sort();
+};

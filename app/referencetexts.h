@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The texts that a reference column's Ids stand for.
+#pragma once
+
+#include "model/columns.h"
+
+#include <QHash>
+#include <QString>
+#include <QVariant>
+
+/// One field of every record of a referenced table, read once so that a walk over the
+/// referring table needs no look-up per row.
+class ReferenceTexts
+{
+public:
+    /// Reads the referenced field of every record in one pass.
+    static ReferenceTexts read(const Columns::Reference &reference);
+
+    /// The text for a stored reference value; empty when its record is gone.
+    QString text(const QVariant &stored) const;
+
+private:
+    QHash<int, QString> texts;
+};

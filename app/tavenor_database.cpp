@@ -1,0 +1,170 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Main window: opening, creating and bringing up a database.
+#include "app/Tavenor.h"
+
+#include "app/databasepath.h"
+#include "app/workingfiles.h"
+#include "model/markers.h"
+#include "model/names.h"
+#include "storage/reservedtables.h"
+#include "ui_Tavenor.h"
+#include "widgets/ListButtonForm.h"
+
+#include <QDir>
+#include <QFileDialog>
+
+void Tavenor::connectDatabase()
+{
+    connect(ui->pbDbName, &QPushButton::toggled, this, &Tavenor::showDbPath);
+    showDbPath(false);
+}
+
+void Tavenor::newDb()
+{
+    switchDatabase(QFileDialog::getSaveFileName(this, tr("Open File"), QStringLiteral("/home"),
+                                                tr("DataBase (*.db)")));
+}
+
+void Tavenor::openDb()
+{
+    switchDatabase(QFileDialog::getOpenFileName(this, tr("Open File"), QStringLiteral("/home"),
+                                                tr("DataBase (*.db)")));
+}
+
+void Tavenor::switchDatabase(const QString &path)
+{
+    if (path.isEmpty()) {
+        return;
+    }
+    // Deliberate: the path is remembered before it is known that it can be opened.
+    WorkingFiles::setLastDatabase(path);
+    if (prepareDataFolders(path)) {
+        setDatabase(true);
+    }
+}
+
+void Tavenor::hideShowList(bool on)
+{
+    ui->listFrame->setVisible(on);
+}
+
+void Tavenor::showDbPath(bool on)
+{
+    ui->leDbName->setVisible(on);
+}
+
+bool Tavenor::prepareDataFolders(const QString &path)
+{
+    if (path.isEmpty() || !db->openDatabase(path)) {
+        return false;
+    }
+    clearRecordView();
+    clearRecordList();
+    ui->lbViewInfo->clear();
+    ui->lbListIcon->clear();
+    docFolderName = Markers::AttachmentsFolder;
+    dataFolderName = Markers::IconsFolder;
+    databaseFolder = DatabasePath::folder(path);
+    databaseFile = DatabasePath::fileName(path);
+    ui->leDbName->setText(path);
+    ui->leDbName->setCursorPosition(0);
+    ui->pbDbName->setText(databaseFile);
+    docFolder = databaseFolder + docFolderName;
+    dataFolder = databaseFolder + dataFolderName;
+    if (!opensReadOnly) {
+        QDir().mkdir(docFolder);
+        QDir().mkdir(dataFolder);
+    }
+    allTables = db->tables();
+    return true;
+}
+
+void Tavenor::setDatabase(bool skipLock)
+{
+    if (!skipLock && (opensReadOnly || !WorkingFiles::takeLock())) {
+        setReadOnly(true);
+    }
+    updateCommands();
+    rebuildTableList();
+    showFirstTable();
+    if (!db->isOpen()) {
+        return;
+    }
+    // Deliberate: the table list was read before these exist, so a new database does not
+    // list them until the list is read again.
+    if (!readOnly) {
+        createReservedTables();
+    }
+    if (allTables.size() > 1 && !currentTable.isEmpty()) {
+        changeTable(currentTable);
+    }
+    rebuildFilterButtons();
+}
+
+void Tavenor::showFirstTable()
+{
+    currentTable.clear();
+    currentId = 0;
+    for (const QString &name : qAsConst(allTables)) {
+        if (!Names::isReservedTable(name) && !name.contains(Markers::HiddenTable)) {
+            currentTable = name;
+            break;
+        }
+    }
+    ui->lbListName->setText(Names::tableDisplayName(currentTable));
+    markCurrentTable();
+}
+
+void Tavenor::setReadOnly(bool on)
+{
+    readOnly = on;
+    if (on) {
+        opensReadOnly = true;
+        db->setReadOnly(true);
+        setWindowTitle(QStringLiteral("DB Administration Tool - READONLY"));
+    }
+    updateCommands();
+}
+
+void Tavenor::createReservedTables()
+{
+    db->inOneStep([this] {
+        createSettingsTable();
+        createFiltersTable();
+        createSubTablesConfigsTable();
+        return true;
+    });
+}
+
+void Tavenor::createSettingsTable()
+{
+    if (!db->tableExists(Markers::SettingsTable)) {
+        createTableChecked(Markers::SettingsTable, ReservedTables::settingsColumns());
+    }
+}
+
+void Tavenor::createFiltersTable()
+{
+    if (!db->tableExists(Markers::FiltersTable)) {
+        createTableChecked(Markers::FiltersTable, ReservedTables::filtersColumns());
+    }
+}
+
+void Tavenor::createSubTablesConfigsTable()
+{
+    if (!db->tableExists(Markers::SubTablesConfigsTable)) {
+        createTableChecked(Markers::SubTablesConfigsTable,
+                           ReservedTables::subTablesConfigsColumns());
+    }
+}
+
+bool Tavenor::createTableChecked(const QString &name, const ColumnDefinitions &columns)
+{
+    if (db->tableExists(name)) {
+        warn(QString::asprintf("ERRORE: Il nome '%s' è già stato usato per una tabella.\n",
+                               name.toUtf8().constData()));
+        return false;
+    }
+    return db->createTable(name, columns);
+}

@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Main window: message boxes, progress dialog, name prompt, About box.
+#include "app/Tavenor.h"
+
+#include "app/tavenor_progress.h"
+#include "model/values.h"
+#include "ui_Tavenor.h"
+#include "widgets/AboutForm.h"
+#include "widgets/chooseNameForm.h"
+#include "widgets/progressBarForm.h"
+
+#include <QEventLoop>
+
+namespace
+{
+
+const QString ProgramTitle = QStringLiteral("DB Administration Tool");
+
+// Shorter operations end before a person could read the dialog.
+constexpr qint64 ShowAfterMilliseconds = 250;
+// Often enough for smooth painting, seldom enough to cost nothing.
+constexpr qint64 PaintEveryMilliseconds = 40;
+
+} // namespace
+
+void Tavenor::makeDialogs()
+{
+    messageBox = new QMessageBox(this);
+    messageBox->setWindowTitle(ProgramTitle);
+    messageBox->setTextFormat(Qt::PlainText);
+
+    nameForm = std::make_unique<chooseNameForm>();
+    nameForm->setWindowModality(Qt::ApplicationModal);
+    nameForm->hide();
+
+    progressForm = std::make_unique<progressBarForm>();
+    progressForm->setWindowModality(Qt::ApplicationModal);
+    progressForm->hide();
+
+    aboutForm = new AboutForm(this);
+    aboutForm->setModal(true);
+    aboutForm->setTitle(ProgramTitle);
+    aboutForm->setVersion(QStringLiteral(TAVENOR_VERSION));
+    aboutForm->setAuthor(QStringLiteral(TAVENOR_DEVELOPER));
+}
+
+void Tavenor::about()
+{
+    aboutForm->show();
+}
+
+void Tavenor::warn(const QString &text)
+{
+    // Nobody may be kept waiting by a box while a transaction is open; the step is done
+    // again with its messages.
+    if (db && db->isQuiet()) {
+        db->noteFailure();
+        return;
+    }
+    messageBox->setIcon(QMessageBox::Warning);
+    messageBox->setText(text);
+    messageBox->exec();
+}
+
+bool Tavenor::confirm(const QString &text)
+{
+    QMessageBox box(this);
+    box.setWindowTitle(ProgramTitle);
+    box.setTextFormat(Qt::PlainText);
+    box.setIcon(QMessageBox::Warning);
+    box.setText(text);
+    box.setStandardButtons(QMessageBox::No | QMessageBox::Yes);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
+void Tavenor::updateProgress(int done, int total)
+{
+    const int percent = Values::percent(done, total);
+    const bool changed = percent != shownPercent;
+    if (operationRunning && !changed && sincePaint.elapsed() < PaintEveryMilliseconds) {
+        return;
+    }
+    if (changed || !operationRunning) {
+        shownPercent = percent;
+        progressForm->setProgressValue(percent);
+    }
+    if (operationRunning && progressForm->testAttribute(Qt::WA_DontShowOnScreen)
+        && sinceStart.elapsed() > ShowAfterMilliseconds) {
+        progressForm->hide();
+        progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);
+        progressForm->show();
+    }
+    QEventLoop().processEvents();
+    sincePaint.start();
+}
+
+Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString &text)
+    : owner(window), insideAnother(window.operationRunning)
+{
+    owner.shownPercent = 0;
+    owner.progressForm->setProgressValue(0);
+    owner.progressForm->setProgressText(text);
+    owner.progressForm->setTitle(title);
+    owner.sincePaint.start();
+    if (insideAnother) {
+        return;
+    }
+    owner.operationRunning = true;
+    owner.sinceStart.start();
+    owner.progressForm->setHeld(true);
+    owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, true);
+    owner.progressForm->show();
+}
+
+Tavenor::Progress::~Progress()
+{
+    if (insideAnother) {
+        return;
+    }
+    owner.operationRunning = false;
+    owner.progressForm->setHeld(false);
+    owner.progressForm->hide();
+    owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);
+}

@@ -1,0 +1,320 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Main window: the entry page for new and changed records, and deleting.
+#include "app/Tavenor.h"
+
+#include "app/buttontexts.h"
+#include "app/ownedwidgets.h"
+#include "app/pageforms.h"
+#include "app/recordlistcontent.h"
+#include "model/formats.h"
+#include "model/markers.h"
+#include "model/recordfields.h"
+#include "model/recordlines.h"
+#include "model/values.h"
+#include "storage/RowPass.h"
+#include "ui_Tavenor.h"
+#include "widgets/inputDataForm.h"
+
+#include <QScrollBar>
+#include <QShortcut>
+
+#include <algorithm>
+
+namespace
+{
+
+const QString NoTable = QStringLiteral("Nessuna Tabella Caricata!");
+
+// One line per record of a referenced table: its Id and what stands in its second column.
+QVector<QPair<int, QString>> referenceChoices(const QString &table, const QStringList &columns)
+{
+    QVector<QPair<int, QString>> choices;
+    RowPass rows(table, columns.mid(0, 2));
+    while (rows.next()) {
+        const QVariant id = rows.value(0);
+        choices.append({id.toInt(), RecordLines::idAndTitle(id.toLongLong(),
+                                                            rows.value(1).toString())});
+    }
+    return choices;
+}
+
+// One line per record of a linked table: its Id and its line in the record list.
+QStringList linkChoices(const QString &table, const QStringList &columns)
+{
+    const RecordListContent content = RecordListContent::read(table, columns, [](int) {});
+    QStringList lines;
+    lines.reserve(content.lines.size());
+    for (int row = 0; row < content.lines.size(); ++row) {
+        lines.append(RecordLines::idAndTitle(content.ids.at(row), content.lines.at(row)));
+    }
+    return lines;
+}
+
+} // namespace
+
+void Tavenor::setRecordEntryTexts()
+{
+    setButtonTexts(ui->pbNewUser, "Aggiungi", "Aggiungi un nuovo Record");
+    setButtonTexts(ui->pbEditUser, "Modifica", "Modifica Record");
+    setButtonTexts(ui->pbDeleteUser, "Elimina", "Elimina Record");
+    setButtonTexts(ui->pbSaveNewUser, "Salva", "Salva Record");
+    ui->pbCancelEdit->setText(QStringLiteral("Annulla"));
+    ui->pbNewUser->setShortcut(QKeySequence::New);
+    ui->pbEditUser->setShortcut(QKeySequence(Qt::Key_F2));
+    ui->pbDeleteUser->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_Delete));
+    ui->pbSaveNewUser->setShortcut(QKeySequence::Save);
+}
+
+void Tavenor::connectRecordEntry()
+{
+    connect(ui->pbNewUser, &QPushButton::clicked, this, &Tavenor::changeToNewUserPage);
+    connect(ui->pbEditUser, &QPushButton::clicked, this, &Tavenor::updateUser);
+    connect(ui->pbDeleteUser, &QPushButton::clicked, this, &Tavenor::deleteUser);
+    connect(ui->pbSaveNewUser, &QPushButton::clicked, this, &Tavenor::newRecord);
+    connect(ui->pbCancelEdit, &QPushButton::clicked, this, &Tavenor::cancelEntry);
+    auto *const escape = new QShortcut(QKeySequence(Qt::Key_Escape), ui->newUserPage);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(escape, &QShortcut::activated, this, &Tavenor::escapeEntry);
+}
+
+void Tavenor::changeToNewUserPage()
+{
+    if (currentTable.isEmpty()) {
+        warn(NoTable);
+        return;
+    }
+    editing = false;
+    buildInputPage(0);
+    showEntryPage();
+    ui->lbEdit->setText(QStringLiteral("Aggiungi"));
+}
+
+void Tavenor::updateUser()
+{
+    if (currentTable.isEmpty()) {
+        warn(NoTable);
+        return;
+    }
+    editing = true;
+    ui->lbEdit->setText(QStringLiteral("Modifica"));
+    if (!db->idExists(currentTable, currentId)) {
+        warn(QStringLiteral("ERRORE: Record non trovato!"));
+        return;
+    }
+    buildInputPage(currentId);
+    showEntryPage();
+}
+
+void Tavenor::buildInputPage(int id)
+{
+    clearInputPage();
+    const QStringList columns = db->fieldNames(currentTable);
+    const QSqlRecord record = editing ? db->recordById(currentTable, id) : QSqlRecord();
+    const QString folder = DataBase::recordValue(record, Markers::UserPathColumn).toString();
+    attachmentFolder = folder == QLatin1String("0") ? QString() : folder;
+    folderIsNew = false;
+    for (const QString &column : columns) {
+        placeEditor(makeEditor(column, startValue(column, record)));
+    }
+    alignLabels(inputWidgets);
+}
+
+void Tavenor::clearInputPage()
+{
+    retireWidgets(ui->inputDataLayout, inputWidgets);
+    setTyped(false);
+}
+
+QVariant Tavenor::startValue(const QString &column, const QSqlRecord &record) const
+{
+    // Where the attachment folder is what a new record is known by, each gets one of its own.
+    const bool needsOwnName = !editing && inputWidgets.size() == 1
+                              && column == Markers::UserPathColumn;
+    if (needsOwnName) {
+        return QString::number(db->maxId(currentTable) + 1);
+    }
+    return DataBase::recordValue(record, column);
+}
+
+inputDataForm *Tavenor::makeEditor(const QString &column, const QVariant &value)
+{
+    auto *const editor = new inputDataForm;
+    inputWidgets.append(editor);
+    editor->setLabel(Columns::shownName(column));
+    editor->setColumnName(column);
+    editor->setBasePath(databaseFolder);
+    editor->setAttachmentFolderSource([this] { return entryFolder(); });
+    fillEditor(editor, value);
+    connect(editor, &inputDataForm::touched, this, [this] { setTyped(true); });
+    return editor;
+}
+
+void Tavenor::fillEditor(inputDataForm *editor, const QVariant &value)
+{
+    const QString column = editor->columnName();
+    if (Columns::isReference(column)) {
+        const QString table = Columns::reference(column).table;
+        editor->setChoices(referenceChoices(table, db->fieldNames(table)));
+        editor->setReferenceValue(value);
+        return;
+    }
+    const QString format = Columns::formatWord(column);
+    if (Formats::kindOf(format) == Formats::Kind::Link) {
+        const QString table = Columns::linkTarget(column);
+        editor->setLinkChoices(linkChoices(table, db->fieldNames(table)));
+    }
+    editor->setValue(format, value);
+}
+
+void Tavenor::placeEditor(inputDataForm *editor)
+{
+    if (!advancedMode && Columns::isSystemLabel(Columns::label(editor->columnName()))) {
+        return;
+    }
+    ui->inputDataLayout->addWidget(editor);
+    editor->show();
+}
+
+void Tavenor::showEntryPage()
+{
+    ui->stPages->setCurrentIndex(EntryPage);
+    ui->inputScroll->verticalScrollBar()->setValue(0);
+    QWidget *last = ui->inputScroll;
+    for (inputDataForm *const editor : qAsConst(inputWidgets)) {
+        if (editor->parentWidget() != nullptr) {
+            last = editor->chainTabOrder(last);
+        }
+    }
+    QWidget::setTabOrder(last, ui->pbSaveNewUser);
+    QWidget::setTabOrder(ui->pbSaveNewUser, ui->pbCancelEdit);
+    for (inputDataForm *const editor : qAsConst(inputWidgets)) {
+        if (editor->parentWidget() != nullptr) {
+            editor->focusEditor();
+            return;
+        }
+    }
+}
+
+QString Tavenor::entryFolder()
+{
+    if (attachmentFolder.isEmpty() && inputWidgets.size() > 1) {
+        const inputDataForm *const title = inputWidgets.at(1);
+        FieldPair pair(title->columnName(), title->rawText());
+        if (pair.second.isEmpty()) {
+            pair = {QString(), QString::number(db->maxId(currentTable) + 1)};
+        }
+        attachmentFolder = userPathFor(currentTable, pair);
+        folderIsNew = true;
+    }
+    return attachmentFolder;
+}
+
+void Tavenor::newRecord()
+{
+    FieldPairs pairs;
+    for (inputDataForm *const editor : qAsConst(inputWidgets)) {
+        pairs.append({editor->columnName(), editor->valueText()});
+    }
+    if (refuseEmptyField(pairs)) {
+        return;
+    }
+    if (editing) {
+        editing = false;
+        if (!saveChanges(pairs)) {
+            // The next "Salva" must not add a copy of the record.
+            editing = true;
+            return;
+        }
+    } else {
+        const int newId = addRecord(currentTable, pairs, false);
+        if (newId < 1) {
+            return;
+        }
+        currentId = newId;
+    }
+    // The list is read again in the order that the sort button asks for.
+    changeToUsersPage();
+    showCurrentRecord();
+}
+
+bool Tavenor::refuseEmptyField(const FieldPairs &pairs)
+{
+    const int empty = RecordFields::lastEmptyRequired(pairs);
+    if (empty < 0) {
+        return false;
+    }
+    const QString label = RecordFields::requiredFieldName(pairs.at(empty).first);
+    warn(QString::asprintf("Compila il campo %s prima di salvare il nuovo Record!",
+                           label.toUtf8().constData()));
+    inputDataForm *const editor = inputWidgets.at(empty);
+    if (editor->parentWidget() != nullptr) {
+        ui->inputScroll->ensureWidgetVisible(editor);
+        editor->focusEditor();
+    }
+    return true;
+}
+
+bool Tavenor::saveChanges(const FieldPairs &pairs)
+{
+    // Only what was changed is written; everything else keeps its bytes.
+    FieldPairs changes{pairs.first()};
+    bool folderTyped = false;
+    for (int i = 1; i < pairs.size(); ++i) {
+        if (inputWidgets.at(i)->isTouched()) {
+            changes.append(pairs.at(i));
+            folderTyped = folderTyped || pairs.at(i).first == Markers::UserPathColumn;
+        }
+    }
+    const bool hasFolder = std::any_of(pairs.begin(), pairs.end(), [](const FieldPair &pair) {
+        return pair.first == Markers::UserPathColumn;
+    });
+    if (folderIsNew && hasFolder && !folderTyped) {
+        changes.append({Markers::UserPathColumn, Values::quotesDoubled(attachmentFolder)});
+    }
+    return updateRecordFields(currentId, changes);
+}
+
+void Tavenor::setTyped(bool on)
+{
+    if (typed == on) {
+        return;
+    }
+    typed = on;
+    updateCommands();
+}
+
+bool Tavenor::mayDiscardTyped()
+{
+    return !typed || confirm(QStringLiteral("Chiudere senza salvare le modifiche?"));
+}
+
+void Tavenor::cancelEntry()
+{
+    changeToUsersPage();
+    showCurrentRecord();
+}
+
+void Tavenor::escapeEntry()
+{
+    if (mayDiscardTyped()) {
+        cancelEntry();
+    }
+}
+
+void Tavenor::deleteUser()
+{
+    if (currentTable.isEmpty()) {
+        warn(NoTable);
+        return;
+    }
+    if (!confirm(QStringLiteral("Eliminare questo elemento?"))) {
+        return;
+    }
+    db->deleteRecord(currentTable, currentId);
+    loadUserList(currentTable);
+    if (!listLines.isEmpty()) {
+        currentId = recordOfRow(0);
+    }
+    showCurrentRecord();
+}

@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Main window: the record list, its search and its order.
+#include "app/Tavenor.h"
+
+#include "app/recordlistcontent.h"
+#include "app/tavenor_progress.h"
+#include "model/recordlines.h"
+#include "storage/RowPass.h"
+#include "ui_Tavenor.h"
+#include "widgets/outputDataForm.h"
+
+#include <QSignalBlocker>
+
+namespace
+{
+
+constexpr int ShortestSearch = 3;
+
+QString sortText(bool alphabetical)
+{
+    return alphabetical ? QStringLiteral("A-Z") : QStringLiteral("1-N");
+}
+
+} // namespace
+
+void Tavenor::setRecordListTexts()
+{
+    ui->pbUserPrev->setToolTip(QStringLiteral("Torna al precedente"));
+    ui->pbUserNext->setToolTip(QStringLiteral("Vai al prossimo"));
+    ui->pbUserPrev->setAccessibleName(ui->pbUserPrev->toolTip());
+    ui->pbUserNext->setAccessibleName(ui->pbUserNext->toolTip());
+    ui->pbSort->setText(sortText(true));
+    ui->pbSort->setToolTip(QStringLiteral("Ordina per nome o inserimento"));
+    ui->userSearchEdit->setAccessibleName(QStringLiteral("Trova Records"));
+    ui->userListWidget->setAccessibleName(QStringLiteral("Records"));
+    ui->userListWidget->setPlaceholder(
+        QStringLiteral("Nessuna Tabella Caricata!"),
+        {QStringLiteral("File › Apri Db"),
+         QStringLiteral("Opzioni › Modo Amministratore, poi File › Nuovo Db")});
+}
+
+void Tavenor::connectRecordList()
+{
+    connect(ui->userSearchEdit, &QLineEdit::textChanged, this, &Tavenor::userSearch);
+    connect(ui->pbUserNext, &QPushButton::clicked, this, &Tavenor::userSearchNext);
+    connect(ui->pbUserPrev, &QPushButton::clicked, this, &Tavenor::userSearchPrev);
+    connect(ui->pbSort, &QPushButton::toggled, this, &Tavenor::sort);
+    connect(ui->userListWidget, &QListWidget::itemSelectionChanged, this,
+            &Tavenor::userSelectionChange);
+}
+
+void Tavenor::loadUserList(const QString &table)
+{
+    if (table.isEmpty()) {
+        warn(QStringLiteral("Nessuna Tabella Caricata!"));
+        return;
+    }
+    clearRecordList();
+    const Progress progress(*this, QStringLiteral("Elaborazione"), table);
+    const int total = RowPass::count(table);
+    RecordListContent content = RecordListContent::read(
+        table, db->fieldNames(table), [this, total](int done) { updateProgress(done, total); });
+    if (ui->pbSort->isChecked()) {
+        content.sort();
+    }
+    listIdMap = content.map;
+    listLines = content.lines;
+    lineIds = content.ids;
+    {
+        const QSignalBlocker quiet(ui->userListWidget);
+        ui->userListWidget->addItems(listLines);
+    }
+    if (listLines.isEmpty()) {
+        ui->lbViewInfo->setText(RecordLines::Empty);
+    }
+    ui->lbToolbar->setText(RecordLines::countText(listLines.size()));
+}
+
+void Tavenor::clearRecordList()
+{
+    listIdMap.clear();
+    listLines.clear();
+    lineIds.clear();
+    // Matches found in lines that are gone lead nowhere.
+    searchResults.clear();
+    const QSignalBlocker quiet(ui->userListWidget);
+    ui->userListWidget->clear();
+}
+
+int Tavenor::rowOfRecord(int id) const
+{
+    const int row = lineIds.indexOf(id);
+    if (row < 0) {
+        return -1;
+    }
+    const QString &line = listLines.at(row);
+    // Of records with equal lines only the last one listed has the line; one without a title
+    // has none.
+    return listIdMap.value(line) == id ? listLines.indexOf(line) : -1;
+}
+
+int Tavenor::recordOfRow(int row) const
+{
+    return listIdMap.value(listLines.value(row));
+}
+
+void Tavenor::selectRow(int row)
+{
+    const QSignalBlocker quiet(ui->userListWidget);
+    ui->userListWidget->setCurrentRow(row);
+}
+
+void Tavenor::userSearch(QString userName)
+{
+    if (userName.length() < ShortestSearch) {
+        return;
+    }
+    searchResults.clear();
+    for (int row = 0; row < listLines.size(); ++row) {
+        if (listLines.at(row).contains(userName, Qt::CaseInsensitive)) {
+            searchResults.append(row);
+        }
+    }
+    showSearchResult(0);
+}
+
+void Tavenor::userSearchNext()
+{
+    showSearchResult(qMin(searchIndex + 1, searchResults.size() - 1));
+}
+
+void Tavenor::userSearchPrev()
+{
+    showSearchResult(qMax(searchIndex - 1, 0));
+}
+
+void Tavenor::showSearchResult(int index)
+{
+    if (searchResults.isEmpty()) {
+        return;
+    }
+    searchIndex = index;
+    ui->userListWidget->setCurrentRow(searchResults.at(index));
+}
+
+void Tavenor::sort(bool on)
+{
+    ui->pbSort->setText(sortText(on));
+    loadUserList(currentTable);
+    ui->userListWidget->setCurrentRow(currentRow);
+}
+
+void Tavenor::userSelectionChange()
+{
+    const QList<QListWidgetItem *> selected = ui->userListWidget->selectedItems();
+    if (selected.isEmpty()) {
+        return;
+    }
+    currentId = recordOfRow(ui->userListWidget->row(selected.first()));
+    vwRecord(currentId);
+}
+
+void Tavenor::changeToUsersPage()
+{
+    if (!currentTable.isEmpty()) {
+        loadUserList(currentTable);
+    } else if (allTables.size() > 2) {
+        currentTable = allTables.at(2);
+        loadUserList(currentTable);
+    }
+    setTyped(false);
+    ui->stPages->setCurrentIndex(RecordsPage);
+}

@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Main window: the record shown, field by field.
+#include "app/Tavenor.h"
+
+#include "app/ownedwidgets.h"
+#include "app/pageforms.h"
+#include "app/buttontexts.h"
+#include "model/formats.h"
+#include "model/markers.h"
+#include "model/values.h"
+#include "ui_Tavenor.h"
+#include "widgets/outputDataForm.h"
+
+namespace
+{
+
+// A linked table with this many columns has nothing to show beyond its title.
+constexpr int ColumnsOfATitleList = 3;
+
+bool containsFormat(const QString &column, QLatin1String format)
+{
+    return column.mid(1).contains(format, Qt::CaseInsensitive);
+}
+
+} // namespace
+
+void Tavenor::setRecordViewTexts()
+{
+    setButtonTexts(ui->pbPrev, "Precedente", "Record Precedente");
+    setButtonTexts(ui->pbNext, "Prossimo", "Prossimo Record");
+    setButtonTexts(ui->pbHideList, "Mostra Lista", "Mostra la Lista");
+    ui->datiScroll->setAccessibleName(QStringLiteral("Record"));
+}
+
+void Tavenor::connectRecordView()
+{
+    connect(ui->pbNext, &QPushButton::clicked, this, &Tavenor::nextRecord);
+    connect(ui->pbPrev, &QPushButton::clicked, this, &Tavenor::prevRecord);
+    connect(ui->pbHideList, &QPushButton::toggled, ui->recordListFrame, &QWidget::setVisible);
+}
+
+void Tavenor::vwRecord(int id)
+{
+    const int listed = rowOfRecord(id);
+    const int row = listed < 0 && !listLines.isEmpty() ? 0 : listed;
+    if (listed < 0 && row >= 0 && ui->userListWidget->currentRow() != row) {
+        // The selection shows the record of the first line instead.
+        ui->userListWidget->setCurrentRow(row);
+        return;
+    }
+    buildRecordView(id, currentTable);
+    if (row >= 0) {
+        currentRow = row;
+        selectRow(row);
+        ui->lbViewInfo->setText(listLines.at(row));
+    }
+}
+
+void Tavenor::showCurrentRecord()
+{
+    if (listLines.isEmpty()) {
+        clearRecordView();
+    } else {
+        vwRecord(currentId);
+    }
+}
+
+void Tavenor::nextRecord()
+{
+    currentRow = qMax(rowOfRecord(currentId), 0);
+    // Deliberate: the entries of the map count, so lines that share an entry are not reached.
+    if (currentRow >= listIdMap.size() - 1) {
+        return;
+    }
+    currentId = recordOfRow(currentRow + 1);
+    vwRecord(currentId);
+}
+
+void Tavenor::prevRecord()
+{
+    currentRow = qMax(rowOfRecord(currentId), 0);
+    if (currentRow < 1) {
+        return;
+    }
+    currentId = recordOfRow(currentRow - 1);
+    vwRecord(currentId);
+}
+
+void Tavenor::clearRecordView()
+{
+    retireWidgets(ui->datiLayout, viewWidgets);
+}
+
+void Tavenor::buildRecordView(int id, const QString &table)
+{
+    clearRecordView();
+    const QStringList columns = db->fieldNames(table);
+    const QSqlRecord record = db->recordById(table, id);
+    const QString title = DataBase::recordValue(record, columns.value(1)).toString();
+    for (const QString &column : columns) {
+        outputDataForm *const form = makeField(id, table, title);
+        const QVariant stored = DataBase::recordValue(record, column);
+        if (Columns::isReference(column)) {
+            fillReference(form, column, stored);
+        } else if (containsFormat(column, Formats::Link)) {
+            fillLink(form, column, linkValueOf(id, column, stored));
+        } else {
+            placeField(form, column, stored);
+        }
+    }
+    alignLabels(viewWidgets);
+    ui->datiScroll->ensureVisible(0, 0);
+}
+
+outputDataForm *Tavenor::makeField(int id, const QString &table, const QString &title)
+{
+    auto *const form = new outputDataForm;
+    viewWidgets.append(form);
+    form->setRecordId(id);
+    form->setOwnerTable(table);
+    form->setRecordTitle(title);
+    connect(form, &outputDataForm::goToList, this, &Tavenor::goToRequest);
+    connect(form, &outputDataForm::goToSubList, this, &Tavenor::goToSubTableRequest);
+    return form;
+}
+
+void Tavenor::fillReference(outputDataForm *form, const QString &column, const QVariant &stored)
+{
+    const Columns::Reference reference = Columns::reference(column);
+    const int linkedId = Values::wholePart(stored);
+    form->setLinkTarget(reference.table, linkedId);
+    form->setXViewVisible(db->fieldNames(reference.table).size() > ColumnsOfATitleList);
+    placeField(form, column, db->fieldValueById(reference.table, linkedId, reference.field));
+}
+
+QVariant Tavenor::linkValueOf(int id, const QString &column, const QVariant &stored)
+{
+    const QString text = stored.toString();
+    const bool unfilled = text.isEmpty() || text == QLatin1String("0");
+    if (!unfilled || !db->idExists(currentTable, id)) {
+        return stored;
+    }
+    const QString target = Columns::linkTarget(column);
+    if (!db->tableExists(target)) {
+        return QVariant();
+    }
+    if (!readOnly) {
+        updateRecordFields(id, {{Markers::IdColumn, QString::number(id)},
+                                {column, Values::quotesDoubled(target)}});
+    }
+    return target;
+}
+
+void Tavenor::fillLink(outputDataForm *form, const QString &column, const QVariant &value)
+{
+    const QString target = Columns::linkTarget(column);
+    const QString text = value.toString();
+    const int linkedId = text.section(QLatin1Char(' '), 0, 0).toInt();
+    const bool leadsToRecord = text.contains(QLatin1Char(' ')) && linkedId > 0
+                               && db->tableExists(target) && db->idExists(target, linkedId);
+    if (leadsToRecord) {
+        form->setLinkTarget(target, linkedId);
+        form->setXViewVisible(true);
+    }
+    placeField(form, column, value);
+}
+
+void Tavenor::placeField(outputDataForm *form, const QString &column, const QVariant &value)
+{
+    const bool alwaysPlaced = containsFormat(column, Formats::SubTable);
+    if (value.toString().isEmpty() && !alwaysPlaced) {
+        return;
+    }
+    form->setTitle(true, Columns::shownName(column));
+    form->setBasePath(databaseFolder);
+    form->setValue(Columns::formatWord(column), value);
+    if (!advancedMode && Columns::isSystemLabel(Columns::label(column))) {
+        return;
+    }
+    ui->datiLayout->addWidget(form);
+    form->show();
+}

@@ -1,0 +1,196 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Main window: table buttons, table icons, saved-filter buttons.
+#include "app/Tavenor.h"
+
+#include "app/databasepath.h"
+#include "app/ownedwidgets.h"
+#include "model/attachments.h"
+#include "model/markers.h"
+#include "model/names.h"
+#include "model/values.h"
+#include "storage/RowPass.h"
+#include "storage/reservedtables.h"
+#include "ui_Tavenor.h"
+#include "widgets/ListButtonForm.h"
+#include "widgets/imagescaling.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+
+namespace
+{
+
+const QSize HeadIconSize(100, 50);
+// Large enough for every place that shows an icon, at twice the resolution.
+const QSize LargestIcon(200, 100);
+
+} // namespace
+
+void Tavenor::setTableTexts()
+{
+    ui->pbFiltersPage->setText(QStringLiteral("Filtri"));
+    ui->pbReturn->setText(QStringLiteral("Indietro"));
+    ui->pbCalc->setText(QStringLiteral("Calcola"));
+    ui->tablesScroll->setAccessibleName(QStringLiteral("Tabelle"));
+    ui->filtersScroll->setAccessibleName(QStringLiteral("Filtri"));
+    ui->leDbName->setAccessibleName(QStringLiteral("Database"));
+}
+
+void Tavenor::connectTables()
+{
+    ui->listFrame->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(ui->listFrame, &QWidget::customContextMenuRequested, this, &Tavenor::showTableMenu);
+}
+
+void Tavenor::fillTableList()
+{
+    for (const QString &name : qAsConst(allTables)) {
+        if (Names::isReservedTable(name) && !advancedMode) {
+            continue;
+        }
+        if (name.contains(Markers::HiddenTable) && !showHidden) {
+            continue;
+        }
+        addTableButton(name);
+        // Deliberate: the head shows the icon of the first table listed in the file, whichever
+        // table is current.
+        if (name == allTables.first()) {
+            ui->lbListIcon->setPixmap(tableIcon(name).pixmap(HeadIconSize));
+        }
+    }
+    markCurrentTable();
+}
+
+void Tavenor::rebuildTableList()
+{
+    retireWidgets(ui->listButtonLayout, listButtons);
+    fillTableList();
+}
+
+void Tavenor::addTableButton(const QString &table)
+{
+    auto *const button = new ListButtonForm;
+    listButtons.append(button);
+    button->setTableName(table);
+    button->setIcon(tableIcon(table));
+    ui->listButtonLayout->addWidget(button);
+    connect(button, &ListButtonForm::changeList, this, &Tavenor::changeTable);
+}
+
+void Tavenor::markCurrentTable()
+{
+    for (ListButtonForm *const button : qAsConst(listButtons)) {
+        button->setCurrent(button->tableName() == currentTable);
+    }
+}
+
+QIcon Tavenor::tableIcon(const QString &table) const
+{
+    const QSqlRecord settings = db->findRecord(Markers::SettingsTable,
+                                               ReservedTables::Settings::TableName, table);
+    const QString path = DataBase::recordValue(settings, ReservedTables::Settings::IconPath)
+                             .toString();
+    if (path.isEmpty()) {
+        return QIcon(QStringLiteral(":generalIcon"));
+    }
+    if (!Attachments::isInside(databaseFolder, path)) {
+        return QIcon();
+    }
+    return QIcon(ImageScaling::preview(databaseFolder + path, LargestIcon));
+}
+
+void Tavenor::showTableHead(const QString &table)
+{
+    ui->lbListName->setText(Names::tableDisplayName(table));
+    ui->lbListIcon->setPixmap(tableIcon(table).pixmap(HeadIconSize));
+}
+
+void Tavenor::changeTable(QString table)
+{
+    showTableHead(table);
+    currentTable = table;
+    markCurrentTable();
+    changeToUsersPage();
+    if (listLines.isEmpty()) {
+        clearRecordView();
+        return;
+    }
+    currentId = recordOfRow(0);
+    currentRow = 0;
+    selectRow(0);
+    vwRecord(currentId);
+}
+
+void Tavenor::showHiddenTable()
+{
+    allTables = db->tables();
+    showHidden = ui->actionShow_Hidden_Tables->isChecked();
+    rebuildTableList();
+}
+
+void Tavenor::changeTableIcon()
+{
+    if (currentTable.isEmpty()) {
+        warn(QStringLiteral("Nessuna Tabella Caricata!"));
+        return;
+    }
+    // Deliberate: a cancelled dialog goes on with an empty name, which leaves the table with
+    // an empty icon.
+    const QString chosen = QFileDialog::getOpenFileName(
+        this, tr("Open File"), QStringLiteral("/home"),
+        tr("Images (*.png *.jpg *.jpeg *.bmp *.tif)"));
+    const QString fileName = DatabasePath::fileName(chosen);
+    const QString storedPath = dataFolderName + QLatin1Char('/') + fileName;
+    if (QFileInfo(chosen).isFile() && Attachments::mayBeOpened(databaseFolder, storedPath)) {
+        // Deliberate: an icon that is there already is never overwritten.
+        QFile::copy(chosen, databaseFolder + storedPath);
+    }
+
+    const QString iconPath = Values::quotesDoubled(storedPath);
+    const QString iconColumn = ReservedTables::Settings::IconPath;
+    const QSqlRecord settings = db->findRecord(Markers::SettingsTable,
+                                               ReservedTables::Settings::TableName, currentTable);
+    if (settings.isEmpty()) {
+        addRecord(Markers::SettingsTable,
+                  {{ReservedTables::Settings::TableName, Values::quotesDoubled(currentTable)},
+                   {iconColumn, iconPath}},
+                  false);
+    } else {
+        const int id = DataBase::recordValue(settings, Markers::IdColumn).toInt();
+        db->updateField(Markers::SettingsTable, id, iconColumn, iconPath);
+    }
+    rebuildTableList();
+    showTableHead(currentTable);
+}
+
+void Tavenor::showTableMenu(const QPoint &place)
+{
+    if (!administratorMode) {
+        return;
+    }
+    QMenu menu;
+    menu.addActions(secondDoor.mid(1));
+    menu.exec(ui->listFrame->mapToGlobal(place));
+}
+
+void Tavenor::rebuildFilterButtons()
+{
+    retireWidgets(ui->filtersButtonLayout, filterButtons);
+    RowPass rows(Markers::FiltersTable,
+                 {ReservedTables::Filters::Name, ReservedTables::Filters::TableName});
+    while (rows.next()) {
+        const QString name = rows.value(0).toString();
+        if (name.contains(Markers::SavedFilter)) {
+            continue;
+        }
+        const QString table = rows.value(1).toString();
+        auto *const button = new ListButtonForm;
+        filterButtons.append(button);
+        button->setSavedFilter(table, name);
+        button->setIcon(tableIcon(table));
+        ui->filtersButtonLayout->addWidget(button);
+    }
+}

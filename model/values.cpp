@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// How stored texts become numbers, dates and shown texts.
+#include "model/values.h"
+
+#include <QLocale>
+
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+const QString &datePattern()
+{
+    static const QString pattern = QStringLiteral("dd/MM/yyyy");
+    return pattern;
+}
+
+/// The number that a stored value holds; 0 for text that is none, and for "nan" and "inf",
+/// which Qt reads as numbers and people do not.
+double finiteNumber(const QVariant &value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    return isNumber && qIsFinite(number) ? number : 0.0;
+}
+
+} // namespace
+
+namespace Values
+{
+
+QString moneyText(const QVariant &value)
+{
+    return QString::asprintf("%.2f%s", finiteNumber(value), u8"€");
+}
+
+QString twoDecimals(double value)
+{
+    return QString::asprintf("%.2f", value);
+}
+
+QString sixDecimals(double value)
+{
+    return QString::asprintf("%f", value);
+}
+
+bool isYes(const QVariant &value)
+{
+    return value.toBool();
+}
+
+QDate date(const QString &text)
+{
+    return QDate::fromString(text, datePattern());
+}
+
+QString dateText(const QDate &date)
+{
+    // The C locale: stored dates keep plain digits whatever the system's language.
+    return QLocale::c().toString(date, datePattern());
+}
+
+double typedNumber(const QString &text, bool *ok)
+{
+    QString plain = text;
+    plain.remove(QLatin1Char(' ')).replace(QLatin1Char(','), QLatin1Char('.'));
+    const double number = plain.toDouble(ok);
+    *ok = *ok && qIsFinite(number);
+    return *ok ? number : 0.0;
+}
+
+int wholePart(const QVariant &value)
+{
+    const double whole = std::trunc(finiteNumber(value));
+    const bool fits =
+        whole >= std::numeric_limits<int>::min() && whole <= std::numeric_limits<int>::max();
+    return fits ? static_cast<int>(whole) : 0;
+}
+
+int percent(int done, int total)
+{
+    if (total < 1) {
+        return 0;
+    }
+    // Deliberate: divided first and cut, not rounded, so 29 of 100 reads 28.
+    const double part = static_cast<double>(done) / total * 100;
+    return static_cast<int>(
+        qBound<double>(std::numeric_limits<int>::min(), part, std::numeric_limits<int>::max()));
+}
+
+QString quotesDoubled(QString text)
+{
+    return text.replace(QLatin1Char('\''), QLatin1String("''"));
+}
+
+} // namespace Values

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// A label on one line that shortens its text only when it paints it.
+#pragma once
+
+#include <QLabel>
+
+/// Names can be longer than their column. text() and what screen readers hear stay whole;
+/// only the painting leaves out the middle, because the ends tell similar names apart.
+/// Deliberately shows plain text only.
+class ElidedLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(QWidget *parent = nullptr);
+
+    /// The width of a few letters: the label gives way to whatever stands beside it.
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The dialog that shows the picture of a field, and in which it is added or replaced.
+#include "widgets/ImageBox.h"
+
+#include "ui_ImageBox.h"
+
+#include "model/attachments.h"
+#include "widgets/attachfile.h"
+#include "widgets/imagescaling.h"
+
+#include <QFileDialog>
+
+namespace
+{
+
+/// Kept free around a picture that is fitted into the dialog.
+constexpr QSize FitMargin(10, 10);
+
+} // namespace
+
+ImageBox::ImageBox(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui::ImageBox>())
+{
+    ui->setupUi(this);
+    ui->pbAddReplace->setText(QStringLiteral("Aggiungi/Sostituisci"));
+    ui->pbAddReplace->setToolTip(QStringLiteral("Aggiungi/Sostituisci Immagine"));
+    connectButtons();
+}
+
+ImageBox::~ImageBox() = default;
+
+void ImageBox::connectButtons()
+{
+    connect(ui->buttonBox, &QDialogButtonBox::accepted, this, &ImageBox::accepted);
+    connect(ui->buttonBox, &QDialogButtonBox::rejected, this, &ImageBox::rejected);
+    connect(ui->pbAddReplace, &QPushButton::clicked, this, &ImageBox::addReplace);
+    connect(ui->pbzoomminus, &QPushButton::clicked, this, &ImageBox::zoomOut);
+    connect(ui->pbzoomplus, &QPushButton::clicked, this, &ImageBox::zoomIn);
+    connect(ui->pbZoomFit, &QPushButton::clicked, this, &ImageBox::fitImage);
+}
+
+void ImageBox::loadImage(QString relativePath)
+{
+    const bool isOurs = Attachments::mayBeOpened(basePath, relativePath);
+    originalPixmap = isOurs ? ImageScaling::load(basePath + relativePath) : QPixmap();
+    displayInSize(ImageScaling::firstShownSize(originalPixmap.size()));
+    ui->leImage->setText(relativePath);
+}
+
+void ImageBox::hideAddReplace(bool on)
+{
+    ui->pbAddReplace->setVisible(!on);
+    ui->buttonBox->button(QDialogButtonBox::Cancel)->setVisible(!on);
+}
+
+void ImageBox::accepted()
+{
+    close();
+    if (viewOnly) {
+        return;
+    }
+    if (!fileName.isEmpty() && subFolder.isEmpty() && subFolderSource) {
+        subFolder = subFolderSource();
+    }
+    // Deliberate: a choice made when the dialog was open before counts again.
+    const QString stored = AttachFile::copyIn(basePath, subFolder, fileName);
+    emit acceptedFile(stored.isEmpty() ? subFolder + QLatin1Char('/') : stored);
+}
+
+void ImageBox::rejected() { close(); }
+
+void ImageBox::addReplace()
+{
+    // Deliberate: a cancelled choice empties the field and the picture; Cancel keeps the record's.
+    fileName = QFileDialog::getOpenFileName(
+        this, QStringLiteral("Open File"), QStringLiteral("/home"),
+        QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp *.tif)"));
+    ui->leImage->setText(fileName);
+    originalPixmap = ImageScaling::load(fileName);
+    displayInSize(ImageScaling::sizeInArea(originalPixmap.size(), ui->lbImage->size()));
+}
+
+void ImageBox::fitImage()
+{
+    const QSize area = ui->imageFrame->size() - FitMargin;
+    displayInSize(ImageScaling::sizeInArea(originalPixmap.size(), area));
+}
+
+void ImageBox::zoomIn()
+{
+    const QSize box = ImageScaling::zoomInBox(shownPixmap.size());
+    if (box.isValid()) {
+        // From the original, so that detail lost by zooming out comes back.
+        display(ImageScaling::scaledToFit(originalPixmap, box));
+    }
+}
+
+void ImageBox::zoomOut()
+{
+    const QSize box = ImageScaling::zoomOutBox(shownPixmap.size());
+    if (box.isValid()) {
+        // Deliberate: from the picture shown, which loses detail step by step.
+        display(ImageScaling::scaledToFit(shownPixmap, box));
+    }
+}
+
+void ImageBox::display(const QPixmap &pixmap)
+{
+    shownPixmap = pixmap;
+    ui->lbImage->setPixmap(shownPixmap);
+}
+
+/// Shows the original in a size that has its proportions already.
+void ImageBox::displayInSize(const QSize &size)
+{
+    const bool isUnscaled = originalPixmap.isNull() || size == originalPixmap.size();
+    display(isUnscaled ? originalPixmap : originalPixmap.scaled(size));
+}

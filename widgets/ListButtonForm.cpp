@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// One entry of the list of tables, or of saved filters.
+#include "widgets/ListButtonForm.h"
+
+#include "ui_ListButtonForm.h"
+
+#include "model/names.h"
+#include "widgets/plaintooltip.h"
+
+ListButtonForm::ListButtonForm(QWidget *parent)
+    : QWidget(parent)
+    , ui(std::make_unique<Ui::ListButtonForm>())
+{
+    ui->setupUi(this);
+    setFocusProxy(ui->pbList);
+    connect(ui->pbList, &QPushButton::clicked, this, &ListButtonForm::pushed);
+}
+
+ListButtonForm::~ListButtonForm() = default;
+
+void ListButtonForm::setTableName(const QString &name)
+{
+    table = name;
+    const QString shown = Names::tableDisplayName(name);
+    setShownName(shown, shown);
+}
+
+void ListButtonForm::setSavedFilter(const QString &table, const QString &filterName)
+{
+    filterTable = table;
+    this->filterName = filterName;
+    filter = true;
+    setShownName(filterName, Names::tableDisplayName(table));
+}
+
+void ListButtonForm::setIcon(const QIcon &icon)
+{
+    ui->pbList->setIcon(icon);
+}
+
+void ListButtonForm::setCurrent(bool on)
+{
+    ui->pbList->setCurrent(on);
+    ui->lbListName->setForegroundRole(on ? QPalette::HighlightedText : QPalette::WindowText);
+}
+
+bool ListButtonForm::isCurrent() const
+{
+    return ui->pbList->isCurrent();
+}
+
+void ListButtonForm::pushed()
+{
+    if (filter) {
+        emit changeListAndFilter(filterTable, filterName);
+    } else {
+        emit changeList(table);
+    }
+}
+
+void ListButtonForm::setShownName(const QString &name, const QString &tip)
+{
+    ui->lbListName->setText(name);
+    ui->pbList->setAccessibleName(name);
+    PlainToolTip::set(ui->pbList, tip);
+    PlainToolTip::set(this, tip);
+}
