@@ -41,7 +41,9 @@ void makeHeading(QWidget *label)
 
 } // namespace
 
-Tavenor::Tavenor(QWidget *parent) : QMainWindow(parent), ui(std::make_unique<Ui::Tavenor>())
+Tavenor::Tavenor(QWidget *parent)
+    : QMainWindow(parent)
+    , ui(std::make_unique<Ui::Tavenor>())
 {
     ui->setupUi(this);
     setProgramStyle();
@@ -93,9 +95,9 @@ void Tavenor::setTexts()
 
 void Tavenor::setLook()
 {
-    for (QWidget *heading : {static_cast<QWidget *>(ui->lbListName),
-                             static_cast<QWidget *>(ui->lbViewInfo),
-                             static_cast<QWidget *>(ui->lbEdit)}) {
+    for (QWidget *heading :
+         {static_cast<QWidget *>(ui->lbListName), static_cast<QWidget *>(ui->lbViewInfo),
+          static_cast<QWidget *>(ui->lbEdit)}) {
         makeHeading(heading);
     }
     ui->datiLayout->setSpacing(0);
@@ -111,7 +113,7 @@ void Tavenor::setLook()
 
 void Tavenor::closeEvent(QCloseEvent *event)
 {
-    if (!QGuiApplication::isSavingSession() && !mayDiscardTyped()) {
+    if (!qApp->isSavingSession() && !mayDiscardTyped()) {
         event->ignore();
         return;
     }

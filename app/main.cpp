@@ -16,8 +16,8 @@ namespace
 void loadToolkitTexts(QTranslator &translator)
 {
     const QString folder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
-    if (QLocale::system().language() == QLocale::Italian
-        && translator.load(QStringLiteral("qtbase_it"), folder)) {
+    if (QLocale::system().language() == QLocale::Italian &&
+        translator.load(QStringLiteral("qtbase_it"), folder)) {
         QCoreApplication::installTranslator(&translator);
     }
 }

@@ -9,7 +9,8 @@
 /// Takes every widget of `widgets` out of `layout` and away from the screen at once, deletes
 /// it when control is back in the event loop, and empties the list. A page may be rebuilt
 /// from inside a signal of one of its own widgets, so none is deleted here and now.
-template<typename List> void retireWidgets(QLayout *layout, List &widgets)
+template<typename List>
+void retireWidgets(QLayout *layout, List &widgets)
 {
     const List retired = widgets;
     widgets.clear();

@@ -1,20 +1,46 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
-// Fields stacked on a page: their labels in one column.
+// Fields stacked on a page: labels in one column, keyboard order.
 #pragma once
 
-#include <QtGlobal>
+#include <QList>
+#include <QWidget>
 
-/// Gives the labels of all placed forms of a page the width of the widest.
-template<typename List> void alignLabels(const List &forms)
+/// The forms that stand on the page; others are kept for their values only.
+template<typename Form>
+QList<Form *> placedForms(const QList<Form *> &forms)
 {
-    int width = 0;
-    for (const auto *form : forms) {
+    QList<Form *> placed;
+    for (Form *const form : forms) {
         if (form->parentWidget() != nullptr) {
-            width = qMax(width, form->labelWidthHint());
+            placed.append(form);
         }
     }
-    for (auto *form : forms) {
+    return placed;
+}
+
+/// Gives the labels of all forms the width that the widest one on the page wants.
+template<typename Form>
+void alignLabels(const QList<Form *> &forms)
+{
+    int width = 0;
+    for (const Form *const form : placedForms(forms)) {
+        width = qMax(width, form->labelWidthHint());
+    }
+    for (Form *const form : forms) {
         form->setLabelWidth(width);
     }
+}
+
+/// The last control inside `form` that the Tab key reaches; the form itself when there is none.
+inline QWidget *lastTabStop(QWidget *form)
+{
+    QWidget *last = form;
+    for (QWidget *next = form->nextInFocusChain(); form->isAncestorOf(next);
+         next = next->nextInFocusChain()) {
+        if ((next->focusPolicy() & Qt::TabFocus) != 0) {
+            last = next;
+        }
+    }
+    return last;
 }

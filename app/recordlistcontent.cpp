@@ -17,8 +17,8 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
     }
     const QString title = columns.value(1);
     const bool isReference = Columns::isReference(title);
-    const ReferenceTexts titles = isReference ? ReferenceTexts::read(Columns::reference(title))
-                                              : ReferenceTexts();
+    const ReferenceTexts titles =
+        isReference ? ReferenceTexts::read(Columns::reference(title)) : ReferenceTexts();
     RowPass rows(table, columns.mid(0, 2));
     for (int done = 0; rows.next(); ++done) {
         step(done);

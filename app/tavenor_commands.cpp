@@ -190,8 +190,8 @@ void Tavenor::makeSecondDoor()
 
 void Tavenor::makeModeMarks()
 {
-    showListAction = new QAction(QIcon(QStringLiteral(":/panelIcon")),
-                                 QStringLiteral("Mostra Lista"), this);
+    showListAction =
+        new QAction(QIcon(QStringLiteral(":/panelIcon")), QStringLiteral("Mostra Lista"), this);
     showListAction->setCheckable(true);
     showListAction->setChecked(true);
     ui->mainToolBar->addSeparator();

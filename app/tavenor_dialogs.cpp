@@ -87,8 +87,8 @@ void Tavenor::updateProgress(int done, int total)
         shownPercent = percent;
         progressForm->setProgressValue(percent);
     }
-    if (operationRunning && progressForm->testAttribute(Qt::WA_DontShowOnScreen)
-        && sinceStart.elapsed() > ShowAfterMilliseconds) {
+    if (operationRunning && progressForm->testAttribute(Qt::WA_DontShowOnScreen) &&
+        sinceStart.elapsed() > ShowAfterMilliseconds) {
         progressForm->hide();
         progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);
         progressForm->show();
@@ -98,7 +98,8 @@ void Tavenor::updateProgress(int done, int total)
 }
 
 Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString &text)
-    : owner(window), insideAnother(window.operationRunning)
+    : owner(window)
+    , insideAnother(window.operationRunning)
 {
     owner.shownPercent = 0;
     owner.progressForm->setProgressValue(0);

@@ -5,7 +5,6 @@
 
 #include "ui_Tavenor.h"
 
-
 void Tavenor::administratorModeEnabled(bool on)
 {
     administratorMode = on;
@@ -15,9 +14,8 @@ void Tavenor::administratorModeEnabled(bool on)
         action->setVisible(on);
     }
     // Deliberate: hidden in either state; people reach these through entries of their own.
-    for (QAction *const action :
-         {ui->actionAdd_Field, ui->actionExport_All_Tables_Structures,
-          ui->actionExport_Selected_Tables_Structure}) {
+    for (QAction *const action : {ui->actionAdd_Field, ui->actionExport_All_Tables_Structures,
+                                  ui->actionExport_Selected_Tables_Structure}) {
         action->setVisible(false);
     }
     // Deliberate: once hidden these two are never shown again.
@@ -31,9 +29,9 @@ void Tavenor::administratorModeEnabled(bool on)
 void Tavenor::enableTechMod()
 {
     const bool before = advancedMode;
-    advancedMode = ui->actionTech_Mod->isChecked()
-                   && confirm(QStringLiteral("Nel Modo Avanzato è possibile danneggiare il "
-                                             "Database. Abilitare il Modo Avanzato?"));
+    advancedMode = ui->actionTech_Mod->isChecked() &&
+                   confirm(QStringLiteral("Nel Modo Avanzato è possibile danneggiare il "
+                                          "Database. Abilitare il Modo Avanzato?"));
     ui->actionTech_Mod->setChecked(advancedMode);
     updateCommands();
     if (advancedMode == before) {

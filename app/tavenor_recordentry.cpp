@@ -33,8 +33,8 @@ QVector<QPair<int, QString>> referenceChoices(const QString &table, const QStrin
     RowPass rows(table, columns.mid(0, 2));
     while (rows.next()) {
         const QVariant id = rows.value(0);
-        choices.append({id.toInt(), RecordLines::idAndTitle(id.toLongLong(),
-                                                            rows.value(1).toString())});
+        choices.append(
+            {id.toInt(), RecordLines::idAndTitle(id.toLongLong(), rows.value(1).toString())});
     }
     return choices;
 }
@@ -129,8 +129,8 @@ void Tavenor::clearInputPage()
 QVariant Tavenor::startValue(const QString &column, const QSqlRecord &record) const
 {
     // Where the attachment folder is what a new record is known by, each gets one of its own.
-    const bool needsOwnName = !editing && inputWidgets.size() == 1
-                              && column == Markers::UserPathColumn;
+    const bool needsOwnName =
+        !editing && inputWidgets.size() == 1 && column == Markers::UserPathColumn;
     if (needsOwnName) {
         return QString::number(db->maxId(currentTable) + 1);
     }
@@ -157,6 +157,7 @@ void Tavenor::fillEditor(inputDataForm *editor, const QVariant &value)
         const QString table = Columns::reference(column).table;
         editor->setChoices(referenceChoices(table, db->fieldNames(table)));
         editor->setReferenceValue(value);
+        editor->clearCondition();
         return;
     }
     const QString format = Columns::formatWord(column);
@@ -165,6 +166,7 @@ void Tavenor::fillEditor(inputDataForm *editor, const QVariant &value)
         editor->setLinkChoices(linkChoices(table, db->fieldNames(table)));
     }
     editor->setValue(format, value);
+    editor->clearCondition();
 }
 
 void Tavenor::placeEditor(inputDataForm *editor)
@@ -180,20 +182,14 @@ void Tavenor::showEntryPage()
 {
     ui->stPages->setCurrentIndex(EntryPage);
     ui->inputScroll->verticalScrollBar()->setValue(0);
-    QWidget *last = ui->inputScroll;
-    for (inputDataForm *const editor : qAsConst(inputWidgets)) {
-        if (editor->parentWidget() != nullptr) {
-            last = editor->chainTabOrder(last);
-        }
+    const QList<inputDataForm *> placed = placedForms(inputWidgets);
+    if (placed.isEmpty()) {
+        return;
     }
-    QWidget::setTabOrder(last, ui->pbSaveNewUser);
-    QWidget::setTabOrder(ui->pbSaveNewUser, ui->pbCancelEdit);
-    for (inputDataForm *const editor : qAsConst(inputWidgets)) {
-        if (editor->parentWidget() != nullptr) {
-            editor->focusEditor();
-            return;
-        }
-    }
+    // The buttons were made before the fields and would come before them.
+    QWidget::setTabOrder(lastTabStop(placed.last()), ui->pbCancelEdit);
+    QWidget::setTabOrder(ui->pbCancelEdit, ui->pbSaveNewUser);
+    placed.first()->focusEditor();
 }
 
 QString Tavenor::entryFolder()

@@ -70,8 +70,8 @@ bool Tavenor::mayBeAdded(const QString &table, const FieldPairs &fields, bool ke
 {
     const int wished = wishedId(fields);
     const QString identity = keepId ? QString::number(wished) : identifier(fields).second;
-    const bool taken = keepId ? wished > 0 && db->idExists(table, wished)
-                              : db->titleExists(table, identity);
+    const bool taken =
+        keepId ? wished > 0 && db->idExists(table, wished) : db->titleExists(table, identity);
     if (taken && reportInsertErrors) {
         warn(QString::asprintf("ERRORE: L'identificativo '%s' esiste già nella tabella %s.\n",
                                identity.toUtf8().constData(),

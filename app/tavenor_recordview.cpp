@@ -157,8 +157,8 @@ void Tavenor::fillLink(outputDataForm *form, const QString &column, const QVaria
     const QString target = Columns::linkTarget(column);
     const QString text = value.toString();
     const int linkedId = text.section(QLatin1Char(' '), 0, 0).toInt();
-    const bool leadsToRecord = text.contains(QLatin1Char(' ')) && linkedId > 0
-                               && db->tableExists(target) && db->idExists(target, linkedId);
+    const bool leadsToRecord = text.contains(QLatin1Char(' ')) && linkedId > 0 &&
+                               db->tableExists(target) && db->idExists(target, linkedId);
     if (leadsToRecord) {
         form->setLinkTarget(target, linkedId);
         form->setXViewVisible(true);

@@ -21,9 +21,8 @@ void Tavenor::goToSubTableRequest(QString listName)
     }
     enterTable(stored);
     if (!exists) {
-        const QString label = stored.section(Formats::SubTable, 1, 1)
-                                  .section(Markers::SubTableUser, 0, 0)
-                                  .mid(1);
+        const QString label =
+            stored.section(Formats::SubTable, 1, 1).section(Markers::SubTableUser, 0, 0).mid(1);
         const QString subName = stored.section(Markers::SubTableUser, 1, 1);
         const QString parent =
             stored.section(Markers::HiddenTable, 1).section(Markers::SubTable, 0, 0);
@@ -38,10 +37,9 @@ void Tavenor::goToSubTableRequest(QString listName)
 ColumnDefinitions Tavenor::subConfigColumns(const QString &base) const
 {
     ColumnDefinitions columns;
-    RowPass rows(Markers::SubTablesConfigsTable,
-                 {ReservedTables::SubTablesConfigs::Name,
-                  ReservedTables::SubTablesConfigs::FieldName,
-                  ReservedTables::SubTablesConfigs::FieldType});
+    RowPass rows(Markers::SubTablesConfigsTable, {ReservedTables::SubTablesConfigs::Name,
+                                                  ReservedTables::SubTablesConfigs::FieldName,
+                                                  ReservedTables::SubTablesConfigs::FieldType});
     while (rows.next()) {
         // Deliberate: a base that occurs inside another configuration's name takes that one's
         // columns too.
@@ -63,8 +61,7 @@ void Tavenor::createSubTable(const QString &fieldColumn, const QString &subName,
     }
     const ColumnDefinitions columns =
         subConfigColumns(Names::joinName(parent, Names::fieldLabel(fieldColumn)));
-    const QString name =
-        SubTables::composedName(parent, Names::fieldLabel(fieldColumn), subName);
+    const QString name = SubTables::composedName(parent, Names::fieldLabel(fieldColumn), subName);
     if (!db->tableExists(name)) {
         db->createTable(name, columns);
     } else {

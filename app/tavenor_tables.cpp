@@ -89,10 +89,10 @@ void Tavenor::markCurrentTable()
 
 QIcon Tavenor::tableIcon(const QString &table) const
 {
-    const QSqlRecord settings = db->findRecord(Markers::SettingsTable,
-                                               ReservedTables::Settings::TableName, table);
-    const QString path = DataBase::recordValue(settings, ReservedTables::Settings::IconPath)
-                             .toString();
+    const QSqlRecord settings =
+        db->findRecord(Markers::SettingsTable, ReservedTables::Settings::TableName, table);
+    const QString path =
+        DataBase::recordValue(settings, ReservedTables::Settings::IconPath).toString();
     if (path.isEmpty()) {
         return QIcon(QStringLiteral(":generalIcon"));
     }
@@ -139,9 +139,9 @@ void Tavenor::changeTableIcon()
     }
     // Deliberate: a cancelled dialog goes on with an empty name, which leaves the table with
     // an empty icon.
-    const QString chosen = QFileDialog::getOpenFileName(
-        this, tr("Open File"), QStringLiteral("/home"),
-        tr("Images (*.png *.jpg *.jpeg *.bmp *.tif)"));
+    const QString chosen =
+        QFileDialog::getOpenFileName(this, tr("Open File"), QStringLiteral("/home"),
+                                     tr("Images (*.png *.jpg *.jpeg *.bmp *.tif)"));
     const QString fileName = DatabasePath::fileName(chosen);
     const QString storedPath = dataFolderName + QLatin1Char('/') + fileName;
     if (QFileInfo(chosen).isFile() && Attachments::mayBeOpened(databaseFolder, storedPath)) {
@@ -151,8 +151,8 @@ void Tavenor::changeTableIcon()
 
     const QString iconPath = Values::quotesDoubled(storedPath);
     const QString iconColumn = ReservedTables::Settings::IconPath;
-    const QSqlRecord settings = db->findRecord(Markers::SettingsTable,
-                                               ReservedTables::Settings::TableName, currentTable);
+    const QSqlRecord settings =
+        db->findRecord(Markers::SettingsTable, ReservedTables::Settings::TableName, currentTable);
     if (settings.isEmpty()) {
         addRecord(Markers::SettingsTable,
                   {{ReservedTables::Settings::TableName, Values::quotesDoubled(currentTable)},

@@ -24,7 +24,8 @@ void wakeEventLoop(int)
 
 } // namespace
 
-UnixSignals::UnixSignals(QObject *parent) : QObject(parent)
+UnixSignals::UnixSignals(QObject *parent)
+    : QObject(parent)
 {
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, sockets) != 0) {
         return;

@@ -41,8 +41,8 @@ QString lastDatabase()
         return QString();
     }
     QFile file(LastDatabaseFile);
-    if (!file.open(QIODevice::ReadWrite | QIODevice::Text)
-        && !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Text) &&
+        !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         return QString();
     }
     return firstLine(file);
@@ -74,7 +74,8 @@ bool takeLock()
         return false;
     }
     QFile file(LockFile);
-    if (isUsable(LockFile) && file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+    if (isUsable(LockFile) &&
+        file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
         QTextStream(&file) << LockMark;
     }
     return true;

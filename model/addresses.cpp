@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -32,13 +34,18 @@ QUrl web(const QString &text)
     if (address.startsWith(QLatin1Char('-'))) {
         return {};
     }
-    // Local paths come out as "file" addresses and "foo:bar" with its own scheme, so it is
-    // the result that must be looked at.
-    const QUrl url = QUrl::fromUserInput(address);
     static const QStringList schemes = {QStringLiteral("http"), QStringLiteral("https"),
                                         QStringLiteral("ftp")};
-    const bool known = url.isValid() && schemes.contains(url.scheme()) && !url.host().isEmpty();
-    return known ? url : QUrl();
+    const bool isWhole =
+        std::any_of(schemes.begin(), schemes.end(), [&address](const QString &scheme) {
+            return address.startsWith(scheme + QLatin1String("://"), Qt::CaseInsensitive);
+        });
+    // fromUserInput() completes what lacks a scheme. It makes a host called "http" of a whole
+    // address that is broken, "file" addresses of local paths, and keeps the scheme of
+    // "foo:bar", so it is the result that must be looked at.
+    const QUrl url = isWhole ? QUrl(address) : QUrl::fromUserInput(address);
+    const bool isWeb = url.isValid() && schemes.contains(url.scheme()) && !url.host().isEmpty();
+    return isWeb ? url : QUrl();
 }
 
 QUrl mail(const QString &text)

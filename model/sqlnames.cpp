@@ -64,8 +64,7 @@ bool isAllowedBeyondAscii(uint character)
         return false;
     }
     const QChar::Category category = QChar::category(character);
-    return category != QChar::Other_Control && category != QChar::Other_Format &&
-           category != QChar::Other_Surrogate;
+    return category != QChar::Other_Control && category != QChar::Other_Format;
 }
 
 bool isAllowed(uint character)
@@ -93,7 +92,8 @@ namespace SqlNames
 
 bool canStandUnquoted(const QString &name)
 {
-    if (name.isEmpty() || reservedWords().contains(asWord(name))) {
+    // Half a surrogate pair would come out of toUcs4() as an ordinary character.
+    if (name.isEmpty() || !name.isValidUtf16() || reservedWords().contains(asWord(name))) {
         return false;
     }
     const QVector<uint> characters = name.toUcs4();

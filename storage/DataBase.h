@@ -120,17 +120,43 @@ public:
     void noteFailure();
 
 private:
-    bool run(QSqlQuery &query, const QString &statement) const;
-    bool change(const QString &statement, const std::function<QString(const QString &)> &message);
+    /// Makes the text of a box of the reason why something could not be done.
+    using Message = std::function<QString(const QString &reason)>;
+
+    /// The smallest and the largest Id of a table.
+    struct IdRange {
+        qint64 smallest = 0;
+        qint64 largest = 0;
+    };
+    /// The Id of a record to add, or why there is none.
+    struct NewId {
+        int id = -1;
+        QString reason;
+    };
+
+    QSqlQuery run(const QString &statement) const;
+    bool change(const QString &refusal, const QString &statement, const Message &message);
+    bool change(const QString &refusal, const QString &statement, const Message &message,
+                int *changedRows);
     void report(const QString &text);
-    bool nameIsSafe(const QString &name, const std::function<QString(const QString &)> &message);
-    bool confirmIdChange(int id, int newId) const;
+    void closeConnection();
+    QSqlQuery rowById(const QString &table, int id) const;
+    QStringList fieldNames(const QString &table, QString *error) const;
+    IdRange idRange(const QString &table, QString *error) const;
+    qint64 largestIdAtOnce(const QString &table, QString *error) const;
+    bool isFree(const QString &table, int id) const;
+    static NewId idAfter(qint64 largest, const QString &error);
+    int insert(const QString &table, const NewId &newId, const FieldPairs &values,
+               const Message &message);
+    QString missingFor(const QString &table, int id, const QString &field) const;
+    bool confirmIdChange(int id, int newId);
     bool trySilently(const std::function<bool()> &commands);
 
     QSqlDatabase connection;
-    mutable QMessageBox errorBox;
+    QMessageBox errorBox;
     QString reserve;
     bool readOnly = false;
+    bool stepping = false;
     bool quiet = false;
     bool failed = false;
 };

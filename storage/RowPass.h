@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QVector>
 
 /// Walks the rows of a table once, in table order, on the default connection. Values are
 /// read by position; nothing of a row is kept. The statement is finished when the pass ends
@@ -14,8 +15,9 @@
 class RowPass
 {
 public:
-    /// Begins a walk over `columns` (all columns in table order when empty). A table or
-    /// column that does not exist gives a pass without rows.
+    /// Begins a walk over `columns` (all columns in table order when empty), which are named
+    /// as DataBase::fieldNames() gives them. A table or column that does not exist gives a
+    /// pass without rows.
     explicit RowPass(const QString &table, const QStringList &columns = {});
     ~RowPass();
     RowPass(const RowPass &) = delete;
@@ -32,4 +34,5 @@ public:
 
 private:
     QSqlQuery query;
+    QVector<int> positions;
 };

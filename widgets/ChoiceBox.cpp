@@ -26,7 +26,8 @@ void expectUniformLines(QAbstractItemView *view)
 
 } // namespace
 
-ChoiceBox::ChoiceBox(QWidget *parent) : QComboBox(parent)
+ChoiceBox::ChoiceBox(QWidget *parent)
+    : QComboBox(parent)
 {
     // The width must not depend on the lines: measuring all of them takes longer than all else.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -47,9 +48,15 @@ void ChoiceBox::setRecords(const QVector<QPair<int, QString>> &records)
     fill(lines, ids);
 }
 
-void ChoiceBox::setLines(const QStringList &lines) { fill(lines, {}); }
+void ChoiceBox::setLines(const QStringList &lines)
+{
+    fill(lines, {});
+}
 
-void ChoiceBox::chooseId(int id) { setCurrentIndex(qMax(0, id == 0 ? 0 : findData(id))); }
+void ChoiceBox::chooseId(int id)
+{
+    setCurrentIndex(qMax(0, id == 0 ? 0 : findData(id)));
+}
 
 void ChoiceBox::chooseLine(const QString &line)
 {

@@ -25,7 +25,8 @@ bool isDigit(const QKeyEvent &event)
 
 } // namespace
 
-DateEdit::DateEdit(QWidget *parent) : QDateEdit(parent)
+DateEdit::DateEdit(QWidget *parent)
+    : QDateEdit(parent)
 {
     setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     setCalendarPopup(true);
@@ -36,9 +37,15 @@ DateEdit::DateEdit(QWidget *parent) : QDateEdit(parent)
     setCurrentSection(QDateTimeEdit::DaySection);
 }
 
-bool DateEdit::isBlank() const { return date() == minimumDate(); }
+bool DateEdit::isBlank() const
+{
+    return date() == minimumDate();
+}
 
-QDate DateEdit::chosenDate() const { return isBlank() ? QDate() : date(); }
+QDate DateEdit::chosenDate() const
+{
+    return isBlank() ? QDate() : date();
+}
 
 void DateEdit::setChosenDate(const QDate &date)
 {

@@ -7,6 +7,7 @@
 
 #include "model/attachments.h"
 #include "widgets/attachfile.h"
+#include "widgets/icons.h"
 #include "widgets/imagescaling.h"
 
 #include <QFileDialog>
@@ -19,11 +20,17 @@ constexpr QSize FitMargin(10, 10);
 
 } // namespace
 
-ImageBox::ImageBox(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui::ImageBox>())
+ImageBox::ImageBox(QWidget *parent)
+    : QDialog(parent)
+    , ui(std::make_unique<Ui::ImageBox>())
 {
     ui->setupUi(this);
     ui->pbAddReplace->setText(QStringLiteral("Aggiungi/Sostituisci"));
     ui->pbAddReplace->setToolTip(QStringLiteral("Aggiungi/Sostituisci Immagine"));
+    ui->pbAddReplace->setIcon(Icons::shared(QStringLiteral(":/imageIcon")));
+    ui->pbzoomplus->setIcon(Icons::shared(QStringLiteral(":/zoomInIcon")));
+    ui->pbZoomFit->setIcon(Icons::shared(QStringLiteral(":/zoomFitIcon")));
+    ui->pbzoomminus->setIcon(Icons::shared(QStringLiteral(":/zoomOutIcon")));
     connectButtons();
 }
 
@@ -67,14 +74,17 @@ void ImageBox::accepted()
     emit acceptedFile(stored.isEmpty() ? subFolder + QLatin1Char('/') : stored);
 }
 
-void ImageBox::rejected() { close(); }
+void ImageBox::rejected()
+{
+    close();
+}
 
 void ImageBox::addReplace()
 {
     // Deliberate: a cancelled choice empties the field and the picture; Cancel keeps the record's.
-    fileName = QFileDialog::getOpenFileName(
-        this, QStringLiteral("Open File"), QStringLiteral("/home"),
-        QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp *.tif)"));
+    fileName =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Open File"), QStringLiteral("/home"),
+                                     QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp *.tif)"));
     ui->leImage->setText(fileName);
     originalPixmap = ImageScaling::load(fileName);
     displayInSize(ImageScaling::sizeInArea(originalPixmap.size(), ui->lbImage->size()));

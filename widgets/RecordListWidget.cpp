@@ -50,6 +50,12 @@ RecordListWidget::RecordListWidget(QWidget *parent)
     connect(model(), &QAbstractItemModel::modelReset, this, describe);
 }
 
+RecordListWidget::~RecordListWidget()
+{
+    // The base class takes the lines away when the members here are gone already.
+    disconnect(model(), nullptr, this, nullptr);
+}
+
 void RecordListWidget::setPlaceholder(const QString &text, const QStringList &hints)
 {
     placeholderText = text;

@@ -14,6 +14,7 @@ class RecordListWidget : public QListWidget
 
 public:
     explicit RecordListWidget(QWidget *parent = nullptr);
+    ~RecordListWidget() override;
 
     /// What stands in the empty list: `text`, and in smaller type one line for each of
     /// `hints`. An empty text shows nothing.

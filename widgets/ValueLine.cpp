@@ -125,7 +125,8 @@ int ValueLine::heightForWidth(int width) const
         return QLineEdit::sizeHint().height();
     }
     const int lines = wrappedLines(text(), font(), width - 2 * TextMargin, MostLines);
-    return 2 * firstLineTop() + lines * fontMetrics().lineSpacing();
+    const int lineHeight = qMax(fontMetrics().height(), fontMetrics().lineSpacing());
+    return 2 * firstLineTop() + lines * lineHeight;
 }
 
 int ValueLine::wrappedLines(const QString &text, const QFont &font, int width, int most)

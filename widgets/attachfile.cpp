@@ -44,7 +44,10 @@ bool writePicture(QFile &file, const QImage &picture)
 namespace AttachFile
 {
 
-bool isRegularFile(const QString &path) { return QFileInfo(path).isFile(); }
+bool isRegularFile(const QString &path)
+{
+    return QFileInfo(path).isFile();
+}
 
 QString copyIn(const QString &base, const QString &folder, const QString &source)
 {

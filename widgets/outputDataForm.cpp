@@ -11,6 +11,7 @@
 #include "model/formats.h"
 #include "model/subtables.h"
 #include "model/values.h"
+#include "widgets/icons.h"
 #include "widgets/imagescaling.h"
 #include "widgets/plaintooltip.h"
 
@@ -283,7 +284,7 @@ void outputDataForm::showAddress(const QString &address)
 void outputDataForm::showButton(QPushButton *button, const QString &iconName)
 {
     if (button->icon().isNull()) {
-        button->setIcon(QIcon(iconName));
+        button->setIcon(Icons::shared(iconName));
     }
     button->show();
 }

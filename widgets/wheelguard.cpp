@@ -13,7 +13,11 @@ namespace
 class WheelFilter : public QObject
 {
 public:
-    explicit WheelFilter(QWidget *guarded) : QObject(guarded), editor(guarded) {}
+    explicit WheelFilter(QWidget *guarded)
+        : QObject(guarded)
+        , editor(guarded)
+    {
+    }
 
     bool eventFilter(QObject *, QEvent *event) override
     {

@@ -46,7 +46,8 @@ void run(QSqlQuery &query, const QString &statement)
 
 } // namespace
 
-Workspace::Workspace() : before(QDir::currentPath())
+Workspace::Workspace()
+    : before(QDir::currentPath())
 {
     QDir::setCurrent(directory.path());
 }

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// One forward walk over a table.
+#include "storage/RowPass.h"
+
+#include "model/sqlnames.h"
+#include "storage/sqltext.h"
+
+#include <QSqlDatabase>
+#include <QSqlRecord>
+
+#include <algorithm>
+
+namespace
+{
+
+/// The query, run on the default connection; inactive when it fails.
+QSqlQuery run(const QString &statement)
+{
+    const QSqlDatabase connection =
+        QSqlDatabase::database(QLatin1String(QSqlDatabase::defaultConnection), false);
+    QSqlQuery query(connection);
+    query.setForwardOnly(true);
+    if (connection.isOpen()) {
+        query.exec(statement);
+    }
+    return query;
+}
+
+bool canBeNamed(const QStringList &columns)
+{
+    return std::all_of(columns.begin(), columns.end(), SqlNames::canBeRead);
+}
+
+/// Where `columns` stand in a row of all columns; empty when one of them is missing.
+QVector<int> positionsOf(const QStringList &columns, const QSqlRecord &row)
+{
+    QVector<int> positions;
+    positions.reserve(columns.size());
+    for (const QString &column : columns) {
+        const int position = row.indexOf(column);
+        if (position < 0) {
+            return {};
+        }
+        positions.append(position);
+    }
+    return positions;
+}
+
+} // namespace
+
+RowPass::RowPass(const QString &table, const QStringList &columns)
+{
+    if (columns.isEmpty()) {
+        query = run(SqlText::selectAll(table));
+    } else if (canBeNamed(columns)) {
+        query = run(SqlText::selectColumns(table, columns));
+    } else {
+        // Names that SQL would misread are found among the names of all columns.
+        query = run(SqlText::selectAll(table));
+        positions = positionsOf(columns, query.record());
+        if (positions.isEmpty()) {
+            query.finish();
+        }
+    }
+}
+
+RowPass::~RowPass() = default;
+
+bool RowPass::next()
+{
+    if (query.next()) {
+        return true;
+    }
+    query.finish();
+    return false;
+}
+
+QVariant RowPass::value(int position) const
+{
+    return query.value(positions.isEmpty() ? position : positions.at(position));
+}
+
+int RowPass::count(const QString &table)
+{
+    QSqlQuery query = run(SqlText::countRows(table));
+    return query.next() ? query.value(0).toInt() : 0;
+}

@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The only owner of the SQLite connection: tables and their columns.
+#include "storage/DataBase.h"
+
+#include "storage/sqltext.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+
+#include <algorithm>
+
+namespace
+{
+
+/// The form in which two column names are the same to people.
+QString comparable(const QString &name)
+{
+    return name.toLower().simplified();
+}
+
+QString createFailed(const QString &table, const QString &reason)
+{
+    return QString::asprintf("ERRORE: Impossibile creare la tabella %s!\n%s", qUtf8Printable(table),
+                             qUtf8Printable(reason));
+}
+
+QString addColumnFailed(const QString &table, const QString &name, const QString &reason)
+{
+    return QString::asprintf("ERRORE: Impossibile aggiungere il campo %s alla tabella %s!\n%s",
+                             qUtf8Printable(name), qUtf8Printable(table), qUtf8Printable(reason));
+}
+
+QString dropFailed(const QString &table, const QString &reason)
+{
+    return QString::asprintf("ERRORE: Impossibile cancellare la tabella %s!\n%s",
+                             qUtf8Printable(table), qUtf8Printable(reason));
+}
+
+QString clearFailed(const QString &table, const QString &reason)
+{
+    return QString::asprintf("ERRORE: Impossibile pulire la tabella %s!\n%s", qUtf8Printable(table),
+                             qUtf8Printable(reason));
+}
+
+/// Why no table can be made of this; empty when one can.
+QString refusalOf(const QString &table, const ColumnDefinitions &columns)
+{
+    QStringList names = {table};
+    QString badType;
+    for (const ColumnDefinition &column : columns) {
+        names.append(column.first);
+        badType = badType.isEmpty() ? SqlText::typeRefusal(column.second) : badType;
+    }
+    const QString badName = SqlText::refusal(names);
+    return badName.isEmpty() ? badType : badName;
+}
+
+} // namespace
+
+QStringList DataBase::tables() const
+{
+    QStringList names = connection.tables(QSql::Tables);
+    // SQLite's own tables, which the driver lists too.
+    const auto isInternal = [](const QString &name) {
+        return name.startsWith(QLatin1String("sqlite_"), Qt::CaseInsensitive);
+    };
+    names.erase(std::remove_if(names.begin(), names.end(), isInternal), names.end());
+    return names;
+}
+
+bool DataBase::tableExists(const QString &table) const
+{
+    return tables().contains(table);
+}
+
+QStringList DataBase::fieldNames(const QString &table) const
+{
+    return fieldNames(table, nullptr);
+}
+
+/// The same, with the driver's text in `error`, where one is given, when the table cannot be
+/// read.
+QStringList DataBase::fieldNames(const QString &table, QString *error) const
+{
+    const QSqlQuery query = run(SqlText::selectAll(table));
+    if (error != nullptr) {
+        *error = query.isActive() ? QString() : query.lastError().text();
+    }
+    const QSqlRecord record = query.record();
+    QStringList names;
+    names.reserve(record.count());
+    for (int position = 0; position < record.count(); ++position) {
+        names.append(record.fieldName(position));
+    }
+    return names;
+}
+
+bool DataBase::hasFieldContaining(const QString &text, const QString &table) const
+{
+    const QStringList names = fieldNames(table);
+    return std::any_of(names.begin(), names.end(),
+                       [&text](const QString &name) { return name.contains(text); });
+}
+
+int DataBase::countFields(const QString &table, const QString &name, bool cutSuffix) const
+{
+    const QString wanted = comparable(name);
+    const QStringList names = fieldNames(table);
+    // Deliberate: only the existing names are cut, the asked one never is.
+    const auto matches = [&wanted, cutSuffix](const QString &existing) {
+        return comparable(cutSuffix ? Columns::withoutDuplicateSuffix(existing) : existing) ==
+               wanted;
+    };
+    return static_cast<int>(std::count_if(names.begin(), names.end(), matches));
+}
+
+bool DataBase::createTable(const QString &table, const ColumnDefinitions &columns)
+{
+    // Deliberate: tested first, although the statement itself tolerates an existing table.
+    if (tableExists(table)) {
+        report(QString::asprintf("ERRORE: La Tabella %s è già presente nel Db!\n",
+                                 qUtf8Printable(table)));
+        return false;
+    }
+    const auto message = [&table](const QString &reason) { return createFailed(table, reason); };
+    return change(refusalOf(table, columns), SqlText::createTable(table, columns), message);
+}
+
+bool DataBase::addColumn(const QString &table, const QString &name, const QString &type)
+{
+    const QString stored = Columns::withDuplicateSuffix(name, countFields(table, name, true));
+    const auto message = [&table, &stored](const QString &reason) {
+        return addColumnFailed(table, stored, reason);
+    };
+    return change(refusalOf(table, {{stored, type}}), SqlText::addColumn(table, stored, type),
+                  message);
+}
+
+bool DataBase::dropTable(const QString &table)
+{
+    const auto message = [&table](const QString &reason) { return dropFailed(table, reason); };
+    return change(SqlText::refusal({table}), SqlText::dropTable(table), message);
+}
+
+bool DataBase::clearTable(const QString &table)
+{
+    const auto message = [&table](const QString &reason) { return clearFailed(table, reason); };
+    return change(SqlText::refusal({table}), SqlText::clearTable(table), message);
+}

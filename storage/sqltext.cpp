@@ -1,0 +1,220 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Composes the text of every statement.
+#include "storage/sqltext.h"
+
+#include "model/latin1.h"
+#include "model/markers.h"
+#include "model/sqlnames.h"
+#include "model/values.h"
+
+#include <algorithm>
+
+namespace
+{
+
+/// `name` as it may stand in a reading statement.
+QString quotedUnless(bool plain, const QString &name)
+{
+    if (plain) {
+        return name;
+    }
+    QString inside = name;
+    inside.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return QLatin1Char('"') + inside + QLatin1Char('"');
+}
+
+QString tableToRead(const QString &table)
+{
+    return quotedUnless(SqlNames::canStandUnquoted(table), table);
+}
+
+QString forbiddenCharacters(const QString &name)
+{
+    return QString::asprintf("Il nome '%s' contiene caratteri non ammessi: usare solo lettere, "
+                             "cifre e '_'.",
+                             qUtf8Printable(name));
+}
+
+// Deliberate: a column is written as a number when its name holds one of these words
+// anywhere, in the label too.
+constexpr QLatin1String IntegerWord = Latin1::text("INTEGER");
+constexpr QLatin1String RealWord = Latin1::text("REAL");
+
+/// The value as it stands in a statement.
+QString literal(const QString &field, const QString &value)
+{
+    if (field.contains(IntegerWord)) {
+        return QString::asprintf("'%d'", value.toInt());
+    }
+    if (field.contains(RealWord)) {
+        return QString::asprintf("'%f'", value.toDouble());
+    }
+    return QString::asprintf("'%s'", qUtf8Printable(value));
+}
+
+/// What a new row gets for a field: of equal names the last one counts, as if they were
+/// written one after the other.
+QString insertedValue(const QString &field, int id, const FieldPairs &values)
+{
+    if (field == Markers::IdColumn) {
+        return QString::number(id);
+    }
+    const auto given =
+        std::find_if(values.rbegin(), values.rend(),
+                     [&field](const FieldPair &pair) { return pair.first == field; });
+    return given == values.rend() ? QStringLiteral("0") : literal(field, given->second);
+}
+
+/// The column's name in the new table, where columns before it may carry the same one.
+QString storedName(const ColumnDefinitions &columns, int position)
+{
+    const QString &name = columns.at(position).first;
+    const auto earlier =
+        std::count_if(columns.begin(), columns.begin() + position,
+                      [&name](const ColumnDefinition &column) { return column.first == name; });
+    return Columns::withDuplicateSuffix(name, static_cast<int>(earlier));
+}
+
+} // namespace
+
+namespace SqlText
+{
+
+QString refusal(const QStringList &names)
+{
+    const auto refused = std::find_if_not(names.begin(), names.end(), SqlNames::canStandUnquoted);
+    return refused == names.end() ? QString() : forbiddenCharacters(*refused);
+}
+
+QString typeRefusal(const QString &type)
+{
+    const bool fits = std::all_of(type.begin(), type.end(), [](QChar character) {
+        return character.unicode() < 0x80 && character.isLetter();
+    });
+    return fits ? QString() : forbiddenCharacters(type);
+}
+
+QString valueRefusal(const FieldPair &pair)
+{
+    if (pair.first.contains(IntegerWord) || pair.first.contains(RealWord)) {
+        return {};
+    }
+    QString rest = pair.second;
+    rest.remove(QLatin1String("''"));
+    return rest.contains(QLatin1Char('\''))
+               ? QStringLiteral("Il valore contiene un apice non raddoppiato.")
+               : QString();
+}
+
+QString selectAll(const QString &table)
+{
+    return QString::asprintf("SELECT * FROM %s", qUtf8Printable(tableToRead(table)));
+}
+
+QString selectColumns(const QString &table, const QStringList &columns)
+{
+    // An index that holds all the columns would otherwise decide the order of the rows.
+    return QString::asprintf("SELECT %s FROM %s NOT INDEXED",
+                             qUtf8Printable(columns.join(QLatin1Char(','))),
+                             qUtf8Printable(tableToRead(table)));
+}
+
+QString selectById(const QString &table, int id)
+{
+    return QString::asprintf("SELECT * FROM %s WHERE %s = %d", qUtf8Printable(tableToRead(table)),
+                             Markers::IdColumn.data(), id);
+}
+
+QString selectByField(const QString &table, const QString &field, const QString &text)
+{
+    return QString::asprintf("SELECT * FROM %s WHERE %s = '%s'", qUtf8Printable(tableToRead(table)),
+                             qUtf8Printable(quotedUnless(SqlNames::canBeRead(field), field)),
+                             qUtf8Printable(Values::quotesDoubled(text)));
+}
+
+QString selectLargestId(const QString &table)
+{
+    return QString::asprintf("SELECT max(%s) FROM %s", Markers::IdColumn.data(),
+                             qUtf8Printable(tableToRead(table)));
+}
+
+QString countRows(const QString &table)
+{
+    return QString::asprintf("SELECT count(*) FROM %s", qUtf8Printable(tableToRead(table)));
+}
+
+QString createTable(const QString &table, const ColumnDefinitions &columns)
+{
+    QString list;
+    for (int position = 0; position < columns.size(); ++position) {
+        list += QLatin1Char(',') + storedName(columns, position) + QLatin1Char(' ') +
+                columns.at(position).second;
+    }
+    return QString::asprintf("CREATE TABLE IF NOT EXISTS %s (%s integer primary key%s)",
+                             qUtf8Printable(table), Markers::IdColumn.data(), qUtf8Printable(list));
+}
+
+QString addColumn(const QString &table, const QString &name, const QString &type)
+{
+    return QString::asprintf("ALTER TABLE %s ADD COLUMN %s %s", qUtf8Printable(table),
+                             qUtf8Printable(name), qUtf8Printable(type));
+}
+
+QString dropTable(const QString &table)
+{
+    // Deliberate: the blank at the end belongs to the statement.
+    return QString::asprintf("DROP TABLE %s ", qUtf8Printable(table));
+}
+
+QString clearTable(const QString &table)
+{
+    return QString::asprintf("DELETE FROM %s", qUtf8Printable(table));
+}
+
+QString insert(const QString &table, const QStringList &fields, int id, const FieldPairs &values)
+{
+    QStringList literals;
+    literals.reserve(fields.size());
+    for (const QString &field : fields) {
+        literals.append(insertedValue(field, id, values));
+    }
+    return QString::asprintf("INSERT INTO %s (%s) VALUES (%s)", qUtf8Printable(table),
+                             qUtf8Printable(fields.join(QLatin1Char(','))),
+                             qUtf8Printable(literals.join(QLatin1Char(','))));
+}
+
+QString update(const QString &table, int id, const FieldPairs &values)
+{
+    QStringList assignments;
+    assignments.reserve(values.size());
+    for (const FieldPair &pair : values) {
+        assignments.append(pair.first + QLatin1String(" = ") + literal(pair.first, pair.second));
+    }
+    return QString::asprintf("UPDATE %s SET %s WHERE %s = %d", qUtf8Printable(table),
+                             qUtf8Printable(assignments.join(QLatin1Char(','))),
+                             Markers::IdColumn.data(), id);
+}
+
+QString deleteById(const QString &table, int id)
+{
+    return QString::asprintf("DELETE FROM %s WHERE %s = %d", qUtf8Printable(table),
+                             Markers::IdColumn.data(), id);
+}
+
+QString schemaVersion()
+{
+    return QStringLiteral("PRAGMA schema_version");
+}
+
+QString schemaEntries()
+{
+    return QStringLiteral("SELECT count(*) FROM sqlite_master");
+}
+
+QString queryOnly()
+{
+    return QStringLiteral("PRAGMA query_only = ON");
+}
+
+} // namespace SqlText

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Composes the text of every statement.
+#pragma once
+
+#include "model/columns.h"
+
+#include <QString>
+#include <QStringList>
+
+/// Arguments to statement text; nothing is run here. In statements that only read, a name that
+/// SQL would misread is put in double quotes, so that tables made by other programs can be
+/// shown. In statements that write, names stand as they are: the caller makes sure that
+/// refusal() has nothing against them.
+namespace SqlText
+{
+
+/// Why a writing statement cannot be composed of these names, as people read it; empty when
+/// it can.
+QString refusal(const QStringList &names);
+/// The same for the SQL type of a column: letters, or nothing.
+QString typeRefusal(const QString &type);
+/// The same for a field's value: in a text, a quote that stands alone would end the value too
+/// early.
+QString valueRefusal(const FieldPair &pair);
+
+/// All rows with all columns, in table order.
+QString selectAll(const QString &table);
+/// All rows with these columns, in the same order. The columns must be readable by their bare
+/// names.
+QString selectColumns(const QString &table, const QStringList &columns);
+/// The rows whose Id column equals id.
+QString selectById(const QString &table, int id);
+/// The rows whose field equals a text, which is taken as it is: its quotes are doubled here.
+QString selectByField(const QString &table, const QString &field, const QString &text);
+/// The largest value of the Id column.
+QString selectLargestId(const QString &table);
+/// The number of rows.
+QString countRows(const QString &table);
+
+/// Makes a table with the Id column first; a repeated name gets the duplicate suffix.
+QString createTable(const QString &table, const ColumnDefinitions &columns);
+/// Adds one column.
+QString addColumn(const QString &table, const QString &name, const QString &type);
+/// Removes a table.
+QString dropTable(const QString &table);
+/// Removes all rows.
+QString clearTable(const QString &table);
+/// Adds one row that names all of `fields`: the Id, the values given, "0" for the rest.
+QString insert(const QString &table, const QStringList &fields, int id,
+               const FieldPairs &values = {});
+/// Writes at least one field of the row with this Id.
+QString update(const QString &table, int id, const FieldPairs &values);
+/// Removes the row with this Id.
+QString deleteById(const QString &table, int id);
+
+/// Reads the head of the file.
+QString schemaVersion();
+/// Reads the list of tables, which SQLite checks at that.
+QString schemaEntries();
+/// Keeps a connection from writing.
+QString queryOnly();
+
+} // namespace SqlText

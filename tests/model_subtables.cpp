@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Tests of the names of sub-tables.
+#include "model/subtables.h"
+
+#include "model/names.h"
+
+#include <QtTest>
+
+class TestSubTables : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void composedName();
+    void storedName_data();
+    void storedName();
+    void theShownNameLeadsBack();
+};
+
+void TestSubTables::composedName()
+{
+    QCOMPARE(SubTables::composedName(QStringLiteral("Le  spese"), QStringLiteral("Lista %1"),
+                                     QStringLiteral(" Casa")),
+             QStringLiteral("HIDDENTABLE_Le  spese_XSBTX_SUBTABLEFORMAT_Lista %1_XSBTUSRX_ Casa"));
+}
+
+void TestSubTables::storedName_data()
+{
+    QTest::addColumn<QString>("owner");
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("blanks become lines")
+        << "Spese"
+        << "Lista spesa"
+        << "Casa 1"
+        << "HIDDENTABLE_Spese_XSBTX_SUBTABLEFORMAT_Lista_spesa_XSBTUSRX_Casa_1";
+    QTest::newRow("several blanks, tabs and breaks become one line, at the end none")
+        << "Spese"
+        << "Lista"
+        << "  Casa \t\n 1  "
+        << "HIDDENTABLE_Spese_XSBTX_SUBTABLEFORMAT_Lista_XSBTUSRX__Casa_1";
+    QTest::newRow("a hidden owner keeps its marker")
+        << "HIDDENTABLE_P"
+        << "f"
+        << "s"
+        << "HIDDENTABLE_HIDDENTABLE_P_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_s";
+    QTest::newRow("an empty title leaves its place empty")
+        << "P"
+        << "f"
+        << ""
+        << "HIDDENTABLE_P_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_";
+    QTest::newRow("placeholders in a title are text")
+        << "P"
+        << "f"
+        << "100%s %1"
+        << "HIDDENTABLE_P_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_100%s_%1";
+    QTest::newRow("other characters stay") << "P"
+                                           << "f"
+                                           << "l'è"
+                                           << "HIDDENTABLE_P_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_l'è";
+}
+
+void TestSubTables::storedName()
+{
+    QFETCH(QString, owner);
+    QFETCH(QString, label);
+    QFETCH(QString, title);
+    QTEST(SubTables::storedName(owner, label, title), "expected");
+}
+
+void TestSubTables::theShownNameLeadsBack()
+{
+    const QString stored = SubTables::storedName(
+        QStringLiteral("Spese"), QStringLiteral("Lista spesa"), QStringLiteral("Casa 1"));
+    QCOMPARE(Names::tableDisplayName(stored), QStringLiteral("#Spese->Casa_1->Lista_spesa"));
+    QCOMPARE(Names::tableStoredName(Names::tableDisplayName(stored)), stored);
+}
+
+QTEST_GUILESS_MAIN(TestSubTables)
+#include "model_subtables.moc"
