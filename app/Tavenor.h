@@ -283,7 +283,7 @@ private:
     std::unique_ptr<chooseNameForm> nameForm;
     AboutForm *aboutForm = nullptr;
     bool operationRunning = false;
-    int shownPercent = 0;
+    int reachedPercent = 0;
     QElapsedTimer sincePaint;
     QElapsedTimer sinceStart;
 };

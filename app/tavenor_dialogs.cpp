@@ -19,8 +19,9 @@ const QString ProgramTitle = QStringLiteral("DB Administration Tool");
 
 // Shorter operations end before a person could read the dialog.
 constexpr qint64 ShowAfterMilliseconds = 250;
-// Often enough for smooth painting, seldom enough to cost nothing.
-constexpr qint64 PaintEveryMilliseconds = 40;
+// Often enough for smooth painting, seldom enough to cost nothing: a bar paints itself at every
+// new value.
+constexpr qint64 PaintEveryMilliseconds = 20;
 
 } // namespace
 
@@ -78,17 +79,13 @@ bool Tavenor::confirm(const QString &text)
 
 void Tavenor::updateProgress(int done, int total)
 {
-    const int percent = Values::percent(done, total);
-    const bool changed = percent != shownPercent;
-    if (operationRunning && !changed && sincePaint.elapsed() < PaintEveryMilliseconds) {
+    reachedPercent = Values::percent(done, total);
+    if (operationRunning && sincePaint.elapsed() < PaintEveryMilliseconds) {
         return;
     }
-    if (changed || !operationRunning) {
-        shownPercent = percent;
-        progressForm->setProgressValue(percent);
-    }
-    if (operationRunning && progressForm->testAttribute(Qt::WA_DontShowOnScreen) &&
-        sinceStart.elapsed() > ShowAfterMilliseconds) {
+    progressForm->setProgressValue(reachedPercent);
+    const bool offScreen = progressForm->testAttribute(Qt::WA_DontShowOnScreen);
+    if (operationRunning && offScreen && sinceStart.elapsed() > ShowAfterMilliseconds) {
         progressForm->hide();
         progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);
         progressForm->show();
@@ -101,7 +98,7 @@ Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString
     : owner(window)
     , insideAnother(window.operationRunning)
 {
-    owner.shownPercent = 0;
+    owner.reachedPercent = 0;
     owner.progressForm->setProgressValue(0);
     owner.progressForm->setProgressText(text);
     owner.progressForm->setTitle(title);
@@ -125,4 +122,5 @@ Tavenor::Progress::~Progress()
     owner.progressForm->setHeld(false);
     owner.progressForm->hide();
     owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);
+    owner.progressForm->setProgressValue(owner.reachedPercent);
 }

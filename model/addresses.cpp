@@ -44,7 +44,7 @@ QUrl web(const QString &text)
     // address that is broken, "file" addresses of local paths, and keeps the scheme of
     // "foo:bar", so it is the result that must be looked at.
     const QUrl url = isWhole ? QUrl(address) : QUrl::fromUserInput(address);
-    const bool isWeb = url.isValid() && schemes.contains(url.scheme()) && !url.host().isEmpty();
+    const bool isWeb = schemes.contains(url.scheme()) && !url.host().isEmpty();
     return isWeb ? url : QUrl();
 }
 

@@ -13,7 +13,7 @@
 namespace
 {
 
-/// The path with the symbolic links of its existing part followed; empty when a link on it
+/// The clean path with the symbolic links of its existing part followed; empty when a link on it
 /// leads nowhere, because writing there would make the file that it names.
 QString resolved(const QString &path)
 {
@@ -26,7 +26,7 @@ QString resolved(const QString &path)
         missing.prepend(QLatin1Char('/') + info.fileName());
         info.setFile(info.path());
     }
-    return info.canonicalFilePath() + missing;
+    return QDir::cleanPath(info.canonicalFilePath() + missing);
 }
 
 QString withFinalSlash(const QString &folder)
@@ -39,8 +39,8 @@ bool readsAsInside(const QString &storedPath)
 {
     // ":" at the start names Qt's built-in files; after a NUL the system reads no further, so
     // that what is tested would not be what is opened.
-    return !storedPath.isEmpty() && !storedPath.startsWith(QLatin1Char('/')) &&
-           !storedPath.startsWith(QLatin1Char(':')) && !storedPath.contains(QChar::Null) &&
+    return !storedPath.startsWith(QLatin1Char('/')) && !storedPath.startsWith(QLatin1Char(':')) &&
+           !storedPath.contains(QChar::Null) &&
            !storedPath.split(QLatin1Char('/')).contains(QLatin1String(".."));
 }
 
@@ -90,8 +90,8 @@ bool isInside(const QString &base, const QString &storedPath)
         return false;
     }
     const QString folder = resolved(base);
-    const QString path = resolved(base + QDir::cleanPath(storedPath));
-    return !folder.isEmpty() && path.startsWith(withFinalSlash(folder));
+    const QString path = resolved(base + storedPath);
+    return path.startsWith(withFinalSlash(folder));
 }
 
 bool mayBeOpened(const QString &base, const QString &storedPath)
@@ -100,8 +100,8 @@ bool mayBeOpened(const QString &base, const QString &storedPath)
         return false;
     }
     // The target counts as well as the name: a link may call a script a picture.
-    const QString path = base + QDir::cleanPath(storedPath);
-    return !hasRunnableSuffix(path) && !hasRunnableSuffix(resolved(path));
+    return !hasRunnableSuffix(QDir::cleanPath(storedPath)) &&
+           !hasRunnableSuffix(resolved(base + storedPath));
 }
 
 } // namespace Attachments

@@ -4,9 +4,10 @@
 #include "samples/SampleCollection.h"
 
 #include "model/markers.h"
+#include "model/values.h"
 #include "samples/attachedfiles.h"
-#include "samples/databasefilling.h"
 #include "samples/placing.h"
+#include "samples/recordcomposer.h"
 #include "samples/sampledata.h"
 #include "storage/DataBase.h"
 
@@ -16,12 +17,37 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include <algorithm>
+
 /// The linker leaves a static library's resources out unless somebody asks for them; Qt wants
 /// the request outside any namespace.
 static void takeInBuiltInData()
 {
     Q_INIT_RESOURCE(data);
 }
+
+namespace
+{
+
+bool insert(DataBase &database, const QString &table, FieldPairs values)
+{
+    for (FieldPair &pair : values) {
+        pair.second = Values::quotesDoubled(pair.second);
+    }
+    return database.insertWhole(table, false, 0, values) >= 1;
+}
+
+bool fill(DataBase &database, const QVector<SampleTable> &tables)
+{
+    return std::all_of(tables.begin(), tables.end(), [&database](const SampleTable &table) {
+        return database.createTable(table.name, table.columns) &&
+               std::all_of(
+                   table.records.begin(), table.records.end(),
+                   [&](const FieldPairs &values) { return insert(database, table.name, values); });
+    });
+}
+
+} // namespace
 
 SampleCollection::SampleCollection(const QString &source)
     : source(source)
@@ -34,7 +60,7 @@ SampleCollection::SampleCollection(const QString &source)
 
 QString SampleCollection::databasePath(const QString &folder)
 {
-    return QDir(folder).absoluteFilePath(QStringLiteral("biblioteca.db"));
+    return QDir::cleanPath(QDir(folder).absoluteFilePath(QStringLiteral("biblioteca.db")));
 }
 
 SampleCollection::Outcome SampleCollection::makeIn(const QString &folder)
@@ -66,16 +92,18 @@ bool SampleCollection::build(const QString &folder)
     if (!data.read()) {
         return complain(data.problem());
     }
+    RecordComposer records(data);
+    if (!records.compose()) {
+        return complain(records.problem());
+    }
     const QString problem = AttachedFiles::make(folder, data);
     if (!problem.isEmpty()) {
         return complain(problem);
     }
     DataBase database;
-    if (!database.openDatabase(databasePath(folder))) {
-        return complain(QStringLiteral("Impossibile creare il database"));
-    }
-    DatabaseFilling filling(database, data);
-    return filling.fill() || complain(filling.problem());
+    return (database.openDatabase(databasePath(folder)) &&
+            database.inOneStep([&] { return fill(database, records.tables()); })) ||
+           complain(QStringLiteral("Impossibile creare il database"));
 }
 
 bool SampleCollection::place(const QString &from, const QString &folder)

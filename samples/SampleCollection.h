@@ -12,7 +12,7 @@ public:
     enum class Outcome {
         Made,         ///< the collection is complete
         AlreadyThere, ///< the folder has a database of this name; nothing was touched
-        Failed        ///< problem() says why; the folder has no new database
+        Failed        ///< problem() says why
     };
 
     /// Makes the collection from the folders "data" and "icons" in `source`; from those built

@@ -79,6 +79,12 @@ void TestAddresses::web_data()
                                << "";
     QTest::newRow("an option behind a blank") << " --help"
                                               << "";
+    QTest::newRow("a host that cannot be, behind a blank") << " http://a b.example"
+                                                           << "";
+    QTest::newRow("a host that cannot be, with capitals") << "HTTP://a b.example"
+                                                          << "";
+    QTest::newRow("a port that cannot be") << "http://a.example:99999999"
+                                           << "";
     QTest::newRow("a host that cannot be") << "http://a b.example"
                                            << "";
     QTest::newRow("nothing") << ""

@@ -30,7 +30,7 @@ private slots:
     void links();
     void mayBeOpened_data();
     void mayBeOpened();
-    void aLinkToSomethingRunnableIsNotOpened();
+    void neitherSideOfALinkMayBeRunnable();
 
 private:
     void makeFile(const QString &path);
@@ -215,6 +215,8 @@ void TestAttachments::aBaseThatDoesNotExistYetHoldsFiles()
     QVERIFY(Attachments::isInside(later, QStringLiteral("TABLES_DOC/a.png")));
     QVERIFY(Attachments::mayBeOpened(later, QStringLiteral("TABLES_DOC/a.png")));
     QVERIFY(!Attachments::isInside(later, QStringLiteral("../a.png")));
+    QVERIFY(!Attachments::isInside(later, QString()));
+    QVERIFY(!Attachments::isInside(later, QStringLiteral("./")));
 }
 
 void TestAttachments::theBaseMayBeReachedThroughALink()
@@ -249,6 +251,8 @@ void TestAttachments::links_data()
                                                                << "way" << false;
     QTest::newRow("below a link to nowhere") << "other/none"
                                              << "way/b.png" << false;
+    QTest::newRow("to nowhere, with a final line") << "other/none"
+                                                   << "way/" << false;
     QTest::newRow("to itself") << "db/way"
                                << "way" << false;
 }
@@ -292,13 +296,17 @@ void TestAttachments::mayBeOpened()
     QTEST(Attachments::mayBeOpened(base, path), "expected");
 }
 
-void TestAttachments::aLinkToSomethingRunnableIsNotOpened()
+void TestAttachments::neitherSideOfALinkMayBeRunnable()
 {
     const QString script = base + QStringLiteral("TABLES_DOC/run.sh");
     makeFile(script);
     makeLink(script, base + QStringLiteral("picture.png"));
     QVERIFY(Attachments::isInside(base, QStringLiteral("picture.png")));
     QVERIFY(!Attachments::mayBeOpened(base, QStringLiteral("picture.png")));
+
+    makeLink(base + QStringLiteral("TABLES_DOC/libri/a.png"), base + QStringLiteral("b.desktop"));
+    QVERIFY(!Attachments::mayBeOpened(base, QStringLiteral("b.desktop")));
+    QVERIFY(!Attachments::mayBeOpened(base, QStringLiteral("b.desktop/.")));
 }
 
 QTEST_GUILESS_MAIN(TestAttachments)

@@ -131,6 +131,7 @@ void TestSqlNames::canStandUnquoted_data()
     QTest::newRow("a no-break space") << QStringLiteral("a\u00a0b") << false;
     QTest::newRow("an ideographic space") << QStringLiteral("a\u3000b") << false;
     QTest::newRow("a line separator") << QStringLiteral("a\u2028b") << false;
+    QTest::newRow("a padding character") << QStringLiteral("a") + QChar(0x80) << false;
     QTest::newRow("a control character beyond ASCII") << QStringLiteral("a") + QChar(0x85) << false;
     QTest::newRow("an invisible character") << QStringLiteral("a\u200bb") << false;
     QTest::newRow("a character that turns the writing around")

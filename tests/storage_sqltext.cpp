@@ -176,7 +176,8 @@ void TestSqlText::updateWritesByTheFieldsName_data()
     row("the Id is an integer", "RINTEGERFORMAT_Id", "9", "RINTEGERFORMAT_Id = '9'");
     row("signs of placeholders stay", "NSTRINGFORMAT_a", ":name ? @a $b",
         "NSTRINGFORMAT_a = ':name ? @a $b'");
-    row("several lines stay", "NLONGSTRINGFORMAT_a", "uno\ndue", "NLONGSTRINGFORMAT_a = 'uno\ndue'");
+    row("several lines stay", "NLONGSTRINGFORMAT_a", "uno\ndue",
+        "NLONGSTRINGFORMAT_a = 'uno\ndue'");
     row("signs beyond ASCII stay", "NSTRINGFORMAT_a", "però €", "NSTRINGFORMAT_a = 'però €'");
 }
 
@@ -247,7 +248,8 @@ void TestSqlText::longValuesStayWhole()
 void TestSqlText::textIsCutAtANulCharacter()
 {
     const QString value = text("prima") + QChar(0) + text("dopo");
-    QCOMPARE(updated(text("a"), value), text("UPDATE T SET a = 'prima' WHERE RINTEGERFORMAT_Id = 3"));
+    QCOMPARE(updated(text("a"), value),
+             text("UPDATE T SET a = 'prima' WHERE RINTEGERFORMAT_Id = 3"));
 }
 
 void TestSqlText::numbersDoNotFollowTheLocale()
@@ -267,11 +269,12 @@ void TestSqlText::refusal_data()
     QTest::addColumn<QStringList>("names");
     QTest::addColumn<QString>("refused");
     QTest::newRow("no names: nothing against them") << QStringList() << QString();
-    QTest::newRow("plain names pass") << QStringList{text("T"), text("a_1$"), text("È")} << QString();
+    QTest::newRow("plain names pass")
+        << QStringList{text("T"), text("a_1$"), text("È")} << QString();
     QTest::newRow("the first bad one is named")
         << QStringList{text("T"), text("a b"), text("c d")} << text("a b");
-    for (const char *bad : {"", "a,b", "[a]", "a--", "main.x", "x AS SELECT 1", "a;b", "a'b", "a\"b",
-                            "(a)", "1a", "$a", "select", "TABLE", "a\tb"}) {
+    for (const char *bad : {"", "a,b", "[a]", "a--", "main.x", "x AS SELECT 1", "a;b", "a'b",
+                            "a\"b", "(a)", "1a", "$a", "select", "TABLE", "a\tb"}) {
         QTest::newRow(QByteArray("refused: ") + bad) << QStringList{text(bad)} << text(bad);
     }
 }
@@ -303,8 +306,9 @@ void TestSqlText::typeRefusal()
 {
     QFETCH(bool, passes);
     const QString type = text(QTest::currentDataTag()).section(text(": "), 1);
-    const QString reason = text("Il nome '") + type +
-                           text("' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.");
+    const QString reason =
+        text("Il nome '") + type +
+        text("' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.");
     QCOMPARE(SqlText::typeRefusal(type), passes ? QString() : reason);
 }
 
@@ -320,7 +324,8 @@ void TestSqlText::valueRefusal_data()
     QTest::newRow("a single quote") << a << text("l'uva") << false;
     QTest::newRow("three quotes in a row") << a << text("'''") << false;
     QTest::newRow("two single quotes apart") << a << text("x' OR '1=1") << false;
-    QTest::newRow("two quotes around a NUL character") << a << text("'") + QChar(0) + text("'") << false;
+    QTest::newRow("two quotes around a NUL character")
+        << a << text("'") + QChar(0) + text("'") << false;
     QTest::newRow("a number field never writes the text")
         << text("NINTEGERFORMAT_a") << text("l'uva") << true;
     QTest::newRow("a real field never writes the text")

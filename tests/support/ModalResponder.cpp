@@ -148,11 +148,18 @@ void ModalResponder::respond()
         return;
     }
     answered = dialog;
+    // A box that is kept and shown again at once is another dialog.
+    connect(dialog, &QDialog::finished, this, &ModalResponder::forget, Qt::UniqueConnection);
     if (auto *const box = qobject_cast<QMessageBox *>(dialog)) {
         respondTo(*box);
     } else {
         respondTo(static_cast<QFileDialog &>(*dialog));
     }
+}
+
+void ModalResponder::forget()
+{
+    answered.clear();
 }
 
 void ModalResponder::respondTo(QMessageBox &box)

@@ -93,6 +93,7 @@ private:
     };
 
     void respond();
+    void forget();
     void respondTo(QMessageBox &box);
     void respondTo(QFileDialog &dialog);
     void settleOwnQuestion(QMessageBox &box);

@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Measured operations: browsing.
+#include "app/Tavenor.h"
+#include "bench/collection.h"
+#include "bench/floors.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace
+{
+
+// The program's window over one database, in a working directory of its own.
+class OpenWindow
+{
+public:
+    explicit OpenWindow(int records)
+        : before(QDir::currentPath())
+    {
+        QDir::setCurrent(directory.path());
+        QFile remembered(QStringLiteral("lastDb.dat"));
+        remembered.open(QIODevice::WriteOnly);
+        remembered.write(Collection::path(records).toUtf8());
+        remembered.close();
+        window = std::make_unique<Tavenor>();
+        window->show();
+        window->changeTable(Collection::table());
+        QCoreApplication::processEvents();
+    }
+    ~OpenWindow()
+    {
+        window.reset();
+        QDir::setCurrent(before);
+    }
+    Tavenor *operator->() const { return window.get(); }
+    template<typename Widget>
+    Widget *get(const char *name) const
+    {
+        return window->findChild<Widget *>(QString::fromUtf8(name));
+    }
+
+private:
+    QTemporaryDir directory;
+    QString before;
+    std::unique_ptr<Tavenor> window;
+};
+
+void barePass(benchmark::State &state)
+{
+    BareWindow bare(Collection::path(int(state.range(0))));
+    for (auto _ : state) {
+        bare.readAll();
+    }
+}
+
+void listLoadFloor(benchmark::State &state)
+{
+    BareWindow bare(Collection::path(int(state.range(0))));
+    for (auto _ : state) {
+        bare.loadList();
+    }
+}
+
+void listLoad(benchmark::State &state)
+{
+    const OpenWindow window(int(state.range(0)));
+    for (auto _ : state) {
+        window->changeToUsersPage();
+        QCoreApplication::processEvents();
+    }
+}
+
+void recordFloor(benchmark::State &state)
+{
+    const int records = int(state.range(0));
+    BareWindow bare(Collection::path(records));
+    bool odd = false;
+    for (auto _ : state) {
+        odd = !odd;
+        bare.showRecord(records / 2 + (odd ? 1 : 0));
+    }
+}
+
+void jump(benchmark::State &state)
+{
+    const int records = int(state.range(0));
+    const OpenWindow window(records);
+    bool odd = false;
+    for (auto _ : state) {
+        odd = !odd;
+        window->vwRecord(odd ? records : 1);
+        QCoreApplication::processEvents();
+    }
+}
+
+void nextPrevious(benchmark::State &state)
+{
+    const int records = int(state.range(0));
+    const OpenWindow window(records);
+    window.get<QListWidget>("userListWidget")->setCurrentRow(records / 2);
+    bool forward = false;
+    for (auto _ : state) {
+        forward = !forward;
+        if (forward) {
+            window->nextRecord();
+        } else {
+            window->prevRecord();
+        }
+        QCoreApplication::processEvents();
+    }
+}
+
+void searchFloor(benchmark::State &state)
+{
+    const int records = int(state.range(0));
+    BareWindow bare(Collection::path(records));
+    bare.loadList();
+    bool odd = false;
+    for (auto _ : state) {
+        odd = !odd;
+        benchmark::DoNotOptimize(
+            bare.search(odd ? Collection::searchText() : QStringLiteral("moneta")));
+        bare.showRecord(records / 2 + (odd ? 1 : 0));
+    }
+}
+
+void searchKeystroke(benchmark::State &state)
+{
+    const OpenWindow window(int(state.range(0)));
+    auto *const edit = window.get<QLineEdit>("userSearchEdit");
+    bool odd = false;
+    for (auto _ : state) {
+        odd = !odd;
+        edit->setText(odd ? Collection::searchText() : QStringLiteral("moneta"));
+        QCoreApplication::processEvents();
+    }
+}
+
+void sizes(benchmark::internal::Benchmark *row)
+{
+    row->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.4);
+}
+
+BENCHMARK(barePass)->Name("bare pass")->Apply(sizes);
+BENCHMARK(listLoadFloor)->Name("list load|floor")->Apply(sizes);
+BENCHMARK(listLoad)->Name("list load")->Apply(sizes);
+BENCHMARK(recordFloor)->Name("record by Id|floor")->Apply(sizes);
+BENCHMARK(jump)->Name("record by Id")->Apply(sizes);
+BENCHMARK(recordFloor)->Name("next, previous|floor")->Apply(sizes);
+BENCHMARK(nextPrevious)->Name("next, previous")->Apply(sizes);
+BENCHMARK(searchFloor)->Name("search keystroke|floor")->Apply(sizes);
+BENCHMARK(searchKeystroke)->Name("search keystroke")->Apply(sizes);
+
+} // namespace

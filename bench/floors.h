@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The least work that an operation can do: the same result by a bare program.
+#pragma once
+
+#include "widgets/outputDataForm.h"
+
+#include <QListWidget>
+#include <QMap>
+#include <QScrollArea>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+class QVBoxLayout;
+
+/// A bare window over a database: no checks, no messages, no signals. What it does is what the
+/// program cannot avoid doing.
+class BareWindow
+{
+public:
+    explicit BareWindow(const QString &databasePath);
+    ~BareWindow();
+
+    /// One forward pass over every value of the table.
+    void readAll();
+    /// One forward pass over Id and title; the list filled, sorted, mapped and painted.
+    void loadList();
+    /// One record read by its Id, its fields built, placed and painted.
+    void showRecord(int id);
+    /// The rows whose line contains `text`, in plain strings.
+    int search(const QString &text) const;
+
+private:
+    QSqlDatabase database;
+    QListWidget list;
+    QScrollArea page;
+    QVBoxLayout *layout = nullptr;
+    QStringList lines;
+    QMap<QString, int> map;
+    std::vector<std::unique_ptr<outputDataForm>> forms;
+};
