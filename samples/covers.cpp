@@ -34,7 +34,7 @@ void paintAuthor(QPainter &painter, const Cover &cover)
 {
     QFont font = Covers::bookFace(15);
     font.setCapitalization(QFont::AllUppercase);
-    font.setLetterSpacing(QFont::AbsoluteSpacing, 2.2);
+    font.setLetterSpacing(QFont::PercentageSpacing, 116);
     painter.setFont(font);
     painter.drawText(QRect(Margin, 26, Width - 2 * Margin, 26), Qt::AlignLeft | Qt::AlignVCenter,
                      cover.author);

@@ -11,8 +11,10 @@
 namespace
 {
 
-// The page is laid out in points of A4 paper.
-constexpr int Resolution = 72;
+// The page is laid out in points of A4 paper, of which there are 72 to the inch. Letters are set
+// on a finer grid, because whole points would leave uneven gaps between them.
+constexpr int Fineness = 20;
+constexpr int Resolution = 72 * Fineness;
 constexpr QRect Page(0, 0, 595, 842);
 constexpr int Left = 60;
 constexpr int Right = Page.width() - 60;
@@ -42,14 +44,14 @@ void paintHead(QPainter &painter, const Sheet &sheet)
     font = Covers::bookFace(16);
     font.setItalic(true);
     painter.setFont(font);
-    paragraph(painter, QRectF(Left, 80 + height, HeadWidth, 24), sheet.author);
-    painter.fillRect(QRectF(Left, 116 + height, 48, 3), sheet.cover.palette.tint);
+    paragraph(painter, QRectF(Left, 76 + height, HeadWidth, 24), sheet.author);
+    painter.fillRect(QRectF(Left, 108 + height, 48, 3), sheet.cover.palette.tint);
 }
 
 void paintFacts(QPainter &painter, const Sheet &sheet)
 {
     painter.setFont(Covers::bookFace(12));
-    const int lineHeight = 19;
+    const int lineHeight = 17;
     qreal top = CoverPlace.bottom() - sheet.facts.size() * lineHeight;
     for (const auto &fact : sheet.facts) {
         painter.setPen(Faint);
@@ -104,6 +106,7 @@ bool write(const QString &path, const Sheet &sheet)
     if (!painter.begin(&writer)) {
         return false;
     }
+    painter.scale(Fineness, Fineness);
     paintHead(painter, sheet);
     paintFacts(painter, sheet);
     const bool drawn = Covers::paint(painter, CoverPlace, sheet.cover);

@@ -77,7 +77,9 @@ void TestAddresses::web_data()
                                 << "";
     QTest::newRow("an option") << "-http://a.example"
                                << "";
-    QTest::newRow("an option behind a blank") << " --help"
+    QTest::newRow("an option that could be a user") << "-a@b.example"
+                                                    << "";
+    QTest::newRow("an option behind a blank") << " -a@b.example"
                                               << "";
     QTest::newRow("a host that cannot be, behind a blank") << " http://a b.example"
                                                            << "";

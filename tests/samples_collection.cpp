@@ -40,7 +40,7 @@ const QStringList LoanBooks = {QStringLiteral("Il nome della rosa"),
                                QStringLiteral("Harry Potter e la pietra filosofale")};
 const QStringList LoanColumns = {QStringLiteral("RINTEGERFORMAT_Id integer"),
                                  QStringLiteral("NLONGSTRINGFORMAT_UserPath "),
-                                 QStringLiteral("Xsoci_XDTX_RSTRINGFORMAT_Nome Integer"),
+                                 QStringLiteral("Xsoci_XDTX_RSTRINGFORMAT_Nome integer"),
                                  QStringLiteral("NDATEFORMAT_Dal text"),
                                  QStringLiteral("NDATEFORMAT_Al text"),
                                  QStringLiteral("NBOOLFORMAT_Restituito text")};
@@ -75,14 +75,15 @@ QVector<Row> rowsOf(const QString &table)
     return rows;
 }
 
-/// "name type" of each column.
+/// "name type" of each column; SQLite's versions differ in the case of the type.
 QStringList columnsOf(const QString &table)
 {
     QSqlQuery query(QSqlDatabase::database(Connection));
     query.exec(QStringLiteral("PRAGMA table_info(\"%1\")").arg(table));
     QStringList columns;
     while (query.next()) {
-        columns.append(query.value(1).toString() + QLatin1Char(' ') + query.value(2).toString());
+        columns.append(query.value(1).toString() + QLatin1Char(' ') +
+                       query.value(2).toString().toLower());
     }
     return columns;
 }
@@ -113,8 +114,8 @@ QMap<QString, QPair<QByteArray, QDateTime>> snapshot(const QString &folder)
 
 QStringList entries(const QString &folder)
 {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
-                                  QDir::Name);
+    return QDir(folder).entryList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
 }
 
 QByteArray read(const QString &path)
@@ -242,7 +243,7 @@ void SamplesCollection::columns_data()
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("libri") << QStringList(
         {QStringLiteral("RINTEGERFORMAT_Id integer"), QStringLiteral("RSTRINGFORMAT_Titolo text"),
-         QStringLiteral("Xautori_XDTX_RSTRINGFORMAT_Nome Integer"),
+         QStringLiteral("Xautori_XDTX_RSTRINGFORMAT_Nome integer"),
          QStringLiteral("NINTEGERFORMAT_Anno text"), QStringLiteral("NSTRINGFORMAT_Genere text"),
          QStringLiteral("NINTEGERFORMAT_Pagine text"), QStringLiteral("NMONEYFORMAT_Prezzo text"),
          QStringLiteral("NBOOLFORMAT_Letto text"), QStringLiteral("NDATEFORMAT_Comprato_il text"),
@@ -550,6 +551,11 @@ void SamplesCollection::loanTablesFollowTheConfiguration()
 
 void SamplesCollection::loansRunForward()
 {
+    QMap<QString, QDate> joined;
+    for (const Row &row : rowsOf(Tables.at(2))) {
+        joined.insert(row.value(Id),
+                      Values::date(row.value(QStringLiteral("NDATEFORMAT_Iscritto_il"))));
+    }
     for (const QString &book : LoanBooks) {
         for (const Row &row : rowsOf(loanTable(book))) {
             const QDate from = Values::date(row.value(QStringLiteral("NDATEFORMAT_Dal")));
@@ -557,6 +563,7 @@ void SamplesCollection::loansRunForward()
             const bool back =
                 row.value(QStringLiteral("NBOOLFORMAT_Restituito")) == QLatin1String("TRUE");
             QVERIFY(from.isValid());
+            QVERIFY(from >= joined.value(row.value(Member)));
             QCOMPARE(back, to.isValid());
             QVERIFY(!back || from <= to);
         }
@@ -635,7 +642,7 @@ void SamplesCollection::aLinkInThePlaceOfTheDatabaseStays()
                         SampleCollection::databasePath(other.path())));
     SampleCollection collection;
     QCOMPARE(collection.makeIn(other.path()), Outcome::AlreadyThere);
-    QCOMPARE(entries(other.path()).size(), 0 + QDir(other.path()).entryList(QDir::System).size());
+    QCOMPARE(entries(other.path()), QStringList(QStringLiteral("biblioteca.db")));
     QCOMPARE(QFileInfo(SampleCollection::databasePath(other.path())).symLinkTarget(),
              QStringLiteral("/nonexistent/nowhere.db"));
 }

@@ -112,9 +112,9 @@ void TestChoices::keepsTheGivenOrderAndTheIds()
 {
     ChoiceBox box;
     box.setRecords(someRecords());
-    QCOMPARE(linesOf(box), QStringList({QStringLiteral("---"), QStringLiteral("7 Calvino Italo"),
-                                        QStringLiteral("3 Eco Umberto"),
-                                        QStringLiteral("12 Ginzburg Natalia")}));
+    QCOMPARE(linesOf(box),
+             QStringList({QStringLiteral("---"), QStringLiteral("7 Calvino Italo"),
+                          QStringLiteral("3 Eco Umberto"), QStringLiteral("12 Ginzburg Natalia")}));
     QCOMPARE(box.itemData(0), QVariant());
     QCOMPARE(box.itemData(1), QVariant(7));
     QCOMPARE(box.itemData(2), QVariant(3));

@@ -50,8 +50,8 @@ void openCalendar(DateEdit &edit)
     option.initFrom(&edit);
     option.editable = true;
     option.subControls = QStyle::SC_All;
-    const QRect arrow = edit.style()->subControlRect(QStyle::CC_ComboBox, &option,
-                                                     QStyle::SC_ComboBoxArrow, &edit);
+    const QRect arrow =
+        edit.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, &edit);
     QTest::mouseMove(&edit, arrow.center());
     QTest::mousePress(&edit, Qt::LeftButton, {}, arrow.center());
 }
@@ -255,8 +255,8 @@ void TestDateEdit::pastesDatesOnly_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QDate>("after");
     QTest::newRow("into blank") << QDate() << QStringLiteral("05/03/2021") << QDate(2021, 3, 5);
-    QTest::newRow("blanks around it") << QDate() << QStringLiteral(" 05/03/2021\n")
-                                      << QDate(2021, 3, 5);
+    QTest::newRow("blanks around it")
+        << QDate() << QStringLiteral(" 05/03/2021\n") << QDate(2021, 3, 5);
     QTest::newRow("over a date") << SomeDate << QStringLiteral("05/03/2021") << QDate(2021, 3, 5);
     QTest::newRow("no date into blank") << QDate() << QStringLiteral("domani") << QDate();
     QTest::newRow("no date over a date") << SomeDate << QStringLiteral("31/02/2020") << SomeDate;

@@ -181,6 +181,11 @@ void TestDialogs::promptIsReadyForTyping()
     QTRY_VERIFY(name->hasFocus());
     QTest::keyClicks(name, "mio");
     QCOMPARE(form.getName(), QString("mio"));
+    form.hide();
+    form.setName("suggerito");
+    form.show();
+    QTest::keyClicks(name, "altro");
+    QCOMPARE(form.getName(), QString("altro"));
     QCOMPARE(label(form, "label")->buddy(), static_cast<QWidget *>(name));
 }
 

@@ -80,7 +80,7 @@ private slots:
 namespace
 {
 
-template <typename T>
+template<typename T>
 T *part(const inputDataForm &form, const char *name)
 {
     return form.findChild<T *>(QLatin1String(name));
@@ -109,8 +109,7 @@ QString shownParts(const inputDataForm &form)
     QStringList names;
     for (const char *name :
          {"leData", "teData", "cbData", "cboxData", "sbNum", "deData", "lbType", "lbMissing",
-          "buttonFrame", "pbViewImage", "pbViewPdf", "lbPreview", "compareFrame",
-          "buttonFrame2"}) {
+          "buttonFrame", "pbViewImage", "pbViewPdf", "lbPreview", "compareFrame", "buttonFrame2"}) {
         if (!part<QWidget>(form, name)->isHidden()) {
             names.append(QLatin1String(name));
         }
@@ -450,7 +449,10 @@ void TestInputDataForm::tabGoesFromEditorToButtons()
                             "pbAnd pbOr"));
 }
 
-void TestInputDataForm::changingAnEditorTellsOnce_data() { addFormats(true); }
+void TestInputDataForm::changingAnEditorTellsOnce_data()
+{
+    addFormats(true);
+}
 
 void TestInputDataForm::changingAnEditorTellsOnce()
 {
@@ -555,8 +557,7 @@ void TestInputDataForm::buttonsExcludeEachOther_data()
     QTest::newRow("equal") << QStringLiteral("pbEqual") << QStringLiteral("Equal") << true;
     QTest::newRow("major") << QStringLiteral("pbMajor") << QStringLiteral("Major") << true;
     QTest::newRow("minor") << QStringLiteral("pbMinor") << QStringLiteral("Minor") << true;
-    QTest::newRow("none") << QStringLiteral("pbNoFilter") << QStringLiteral("NoCondition")
-                          << false;
+    QTest::newRow("none") << QStringLiteral("pbNoFilter") << QStringLiteral("NoCondition") << false;
 }
 
 void TestInputDataForm::buttonsExcludeEachOther()
@@ -833,8 +834,8 @@ void turnWheel(QWidget *widget)
     QWidget *child = widget->childAt(widget->rect().center());
     QWidget *target = child != nullptr ? child : widget;
     const QPoint middle = target->rect().center();
-    QWheelEvent event(middle, target->mapToGlobal(middle), QPoint(), QPoint(0, -120),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QWheelEvent event(middle, target->mapToGlobal(middle), QPoint(), QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
     // Only events of the window system go on to the parent of a widget that ignores them.
     QSpontaneKeyEvent::setSpontaneous(&event);
     qApp->notify(target, &event);

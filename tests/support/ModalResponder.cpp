@@ -9,6 +9,9 @@
 #include <QPushButton>
 #include <QtTest>
 
+#include <algorithm>
+#include <memory>
+
 namespace
 {
 
@@ -140,16 +143,10 @@ QStringList ModalResponder::takeTexts()
 void ModalResponder::respond()
 {
     QDialog *const dialog = waitingDialog();
-    if (dialog == nullptr) {
-        answered.clear();
+    if (dialog == nullptr || answered.contains(dialog)) {
         return;
     }
-    if (dialog == answered) {
-        return;
-    }
-    answered = dialog;
-    // A box that is kept and shown again at once is another dialog.
-    connect(dialog, &QDialog::finished, this, &ModalResponder::forget, Qt::UniqueConnection);
+    markAnswered(*dialog);
     if (auto *const box = qobject_cast<QMessageBox *>(dialog)) {
         respondTo(*box);
     } else {
@@ -157,9 +154,16 @@ void ModalResponder::respond()
     }
 }
 
-void ModalResponder::forget()
+/// Until it has closed. A box that is kept and shown again, perhaps at once, needs an answer
+/// each time.
+void ModalResponder::markAnswered(QDialog &dialog)
 {
-    answered.clear();
+    answered.append(&dialog);
+    const auto closing = std::make_shared<QMetaObject::Connection>();
+    *closing = connect(&dialog, &QDialog::finished, this, [this, &dialog, closing] {
+        answered.removeAll(&dialog);
+        disconnect(*closing);
+    });
 }
 
 void ModalResponder::respondTo(QMessageBox &box)

@@ -93,7 +93,7 @@ private:
     };
 
     void respond();
-    void forget();
+    void markAnswered(QDialog &dialog);
     void respondTo(QMessageBox &box);
     void respondTo(QFileDialog &dialog);
     void settleOwnQuestion(QMessageBox &box);
@@ -102,7 +102,7 @@ private:
 
     QTimer timer;
     QQueue<Answer> answers;
-    QPointer<QDialog> answered;
+    QVector<QPointer<QDialog>> answered;
     QVector<Box> shownBoxes;
     QVector<FileDialog> shownFileDialogs;
     QStringList surprises;

@@ -151,4 +151,45 @@ inline void pressTable(const QWidget &window, const QString &name)
     qFatal("no table button %s", qPrintable(name));
 }
 
+/// True when the part of a field named `name` is on the screen whenever the field is.
+inline bool offers(const QWidget &form, const char *name)
+{
+    return !get<QWidget>(form, name)->isHidden();
+}
+
+/// The heading over the record list: the name of the current table.
+inline QString tableHeading(const QWidget &window)
+{
+    return get<QLabel>(*get<QWidget>(window, "mainArea"), "lbListName")->text();
+}
+
+/// The icon beside that heading; null when there is none.
+inline QImage tableHeadIcon(const QWidget &window)
+{
+    return get<QLabel>(window, "lbListIcon")->pixmap(Qt::ReturnByValue).toImage();
+}
+
+/// The names on the table buttons that are marked as current.
+inline QStringList markedTables(const QWidget &window)
+{
+    QStringList names;
+    for (const ListButtonForm *const button : buttons(window)) {
+        if (button->isCurrent()) {
+            names.append(get<QLabel>(*button, "lbListName")->text());
+        }
+    }
+    return names;
+}
+
+/// The selected rows of the record list.
+inline QList<int> selectedRows(const QWidget &window)
+{
+    const auto *const list = get<QListWidget>(window, "userListWidget");
+    QList<int> rows;
+    for (const QListWidgetItem *const item : list->selectedItems()) {
+        rows.append(list->row(item));
+    }
+    return rows;
+}
+
 } // namespace Window
