@@ -46,7 +46,7 @@ run_unseen() {
     start_display 1366x900
     start_program "$Program"
     window=$(wait_for_window "^$Title")
-    take_picture "$window" "$picture"
+    take_picture "$picture" -window "$window"
     if ! end_program; then
         echo "The program did not end in good order." >&2
         return 1

@@ -100,8 +100,9 @@ void Tavenor::setLook()
           static_cast<QWidget *>(ui->lbEdit)}) {
         makeHeading(heading);
     }
-    ui->datiLayout->setSpacing(0);
-    ui->datiLayout->setAlignment(Qt::AlignTop);
+    ui->userListWidget->setSpacing(1);
+    ui->userSearchEdit->addAction(QIcon(QStringLiteral(":/searchIcon")),
+                                  QLineEdit::LeadingPosition);
     ui->mainSplitter->setStretchFactor(1, 1);
     ui->mainSplitter->setSizes({220, 960});
     ui->recordSplitter->setStretchFactor(1, 1);

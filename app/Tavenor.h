@@ -156,6 +156,8 @@ private:
     void connectRecordList();
     void loadUserList(const QString &table);
     void clearRecordList();
+    /// Says in an empty list why it is empty and what to do next.
+    void explainEmptyList(bool tableWasRead);
     /// The row of the line that opens record `id`; -1 when it has no line.
     int rowOfRecord(int id) const;
     /// The Id that the line at `row` opens; 0 for a line that opens none.

@@ -191,7 +191,7 @@ void Tavenor::makeSecondDoor()
 void Tavenor::makeModeMarks()
 {
     showListAction =
-        new QAction(QIcon(QStringLiteral(":/panelIcon")), QStringLiteral("Mostra Lista"), this);
+        new QAction(QIcon(QStringLiteral(":/panelIcon")), QStringLiteral("Tabelle"), this);
     showListAction->setCheckable(true);
     showListAction->setChecked(true);
     ui->mainToolBar->addSeparator();

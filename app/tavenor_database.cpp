@@ -114,6 +114,7 @@ void Tavenor::showFirstTable()
     }
     ui->lbListName->setText(Names::tableDisplayName(currentTable));
     markCurrentTable();
+    explainEmptyList(false);
 }
 
 void Tavenor::setReadOnly(bool on)

@@ -34,10 +34,6 @@ void Tavenor::setRecordListTexts()
     ui->pbSort->setToolTip(QStringLiteral("Ordina per nome o inserimento"));
     ui->userSearchEdit->setAccessibleName(QStringLiteral("Trova Records"));
     ui->userListWidget->setAccessibleName(QStringLiteral("Records"));
-    ui->userListWidget->setPlaceholder(
-        QStringLiteral("Nessuna Tabella Caricata!"),
-        {QStringLiteral("File › Apri Db"),
-         QStringLiteral("Opzioni › Modo Amministratore, poi File › Nuovo Db")});
 }
 
 void Tavenor::connectRecordList()
@@ -75,6 +71,23 @@ void Tavenor::loadUserList(const QString &table)
         ui->lbViewInfo->setText(RecordLines::Empty);
     }
     ui->lbToolbar->setText(RecordLines::countText(listLines.size()));
+    explainEmptyList(true);
+}
+
+void Tavenor::explainEmptyList(bool tableWasRead)
+{
+    if (currentTable.isEmpty()) {
+        ui->userListWidget->setPlaceholder(
+            QStringLiteral("Nessuna Tabella Caricata!"),
+            {QStringLiteral("File › Apri Db"),
+             QStringLiteral("Opzioni › Modo Amministratore, poi File › Nuovo Db")});
+    } else if (tableWasRead) {
+        ui->userListWidget->setPlaceholder(RecordLines::countText(0),
+                                           readOnly ? QStringList()
+                                                    : QStringList{ui->pbNewUser->toolTip()});
+    } else {
+        ui->userListWidget->setPlaceholder(QString(), {});
+    }
 }
 
 void Tavenor::clearRecordList()

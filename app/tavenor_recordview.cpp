@@ -164,6 +164,8 @@ void Tavenor::fillLink(outputDataForm *form, const QString &column, const QVaria
         form->setXViewVisible(true);
     }
     placeField(form, column, value);
+    // This release cannot list the referring records yet.
+    form->findChild<QPushButton *>(QStringLiteral("pbLink"))->setEnabled(false);
 }
 
 void Tavenor::placeField(outputDataForm *form, const QString &column, const QVariant &value)

@@ -23,6 +23,7 @@ start_display() {
         return 1
     fi
     export DISPLAY=":$number" QT_QPA_PLATFORM=xcb
+    export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$scratch}"
     unset WAYLAND_DISPLAY
     # A pointer over the window would light up what lies under it.
     xdotool mousemove "${1%x*}" "${1#*x}"
@@ -61,28 +62,33 @@ wait_for_window() {
     }
 }
 
-# Succeeds when the window's picture is the one taken before and shows more than plain areas.
-is_painted() {
-    local window=$1 colours
+# Succeeds when the picture is the one taken just before, shows more than plain areas, and is
+# not the one saved last: what was done since then would not have reached the screen yet.
+is_at_rest() {
+    local colours
     if [ -e "$scratch/new.png" ]; then
         mv "$scratch/new.png" "$scratch/old.png"
     fi
     # Stripped of its date, a picture of the same window is the same file.
-    import -window "$window" -strip -define png:exclude-chunks=date,time "$scratch/new.png" ||
-        return 1
+    import "$@" -strip -define png:exclude-chunks=date,time "$scratch/new.png" || return 1
     colours=$(identify -format %k "$scratch/new.png")
-    [ "$colours" -gt 16 ] && cmp -s "$scratch/old.png" "$scratch/new.png"
+    [ "$colours" -gt 16 ] && cmp -s "$scratch/old.png" "$scratch/new.png" &&
+        ! cmp -s "$scratch/saved.png" "$scratch/new.png"
 }
 
-# take_picture WINDOW FILE: saves the window as a PNG when it is painted and at rest.
+# take_picture FILE WHAT…: saves as a PNG what import's arguments WHAT name, e.g. "-window ID",
+# as soon as it is painted and at rest.
 take_picture() {
+    local file=$1
+    shift
     rm -f "$scratch/old.png" "$scratch/new.png"
-    if ! until_true 30 is_painted "$1"; then
-        echo "The window was not painted." >&2
+    if ! until_true 30 is_at_rest "$@"; then
+        echo "Nothing new was painted for $file." >&2
         return 1
     fi
-    mkdir -p "$(dirname "$2")"
-    cp "$scratch/new.png" "$2"
+    cp "$scratch/new.png" "$scratch/saved.png"
+    mkdir -p "$(dirname "$file")"
+    cp "$scratch/new.png" "$file"
 }
 
 # end_program: asks it to end; fails when it does not, or not in good order.

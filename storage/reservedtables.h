@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/columns.h"
+#include "model/latin1.h"
 
 #include <QLatin1String>
 
@@ -12,26 +13,26 @@ namespace ReservedTables
 
 namespace Settings
 {
-constexpr QLatin1String TableName("RSTRINGFORMAT_tableName");
-constexpr QLatin1String IconPath("RSTRINGFORMAT_iconPath");
+constexpr QLatin1String TableName = Latin1::text("RSTRINGFORMAT_tableName");
+constexpr QLatin1String IconPath = Latin1::text("RSTRINGFORMAT_iconPath");
 } // namespace Settings
 
 namespace Filters
 {
-constexpr QLatin1String Name("RSTRINGFORMAT_filterName");
-constexpr QLatin1String TableName("NSTRINGFORMAT_filterTableName");
-constexpr QLatin1String FieldName("NSTRINGFORMAT_filterFieldName");
-constexpr QLatin1String FieldValue("NSTRINGFORMAT_filterFieldValue");
-constexpr QLatin1String FieldType("NSTRINGFORMAT_filterFieldType");
-constexpr QLatin1String Condition("NSTRINGFORMAT_filterFieldCondition");
-constexpr QLatin1String AndOr("NSTRINGFORMAT_filterFieldConditionAndOr");
+constexpr QLatin1String Name = Latin1::text("RSTRINGFORMAT_filterName");
+constexpr QLatin1String TableName = Latin1::text("NSTRINGFORMAT_filterTableName");
+constexpr QLatin1String FieldName = Latin1::text("NSTRINGFORMAT_filterFieldName");
+constexpr QLatin1String FieldValue = Latin1::text("NSTRINGFORMAT_filterFieldValue");
+constexpr QLatin1String FieldType = Latin1::text("NSTRINGFORMAT_filterFieldType");
+constexpr QLatin1String Condition = Latin1::text("NSTRINGFORMAT_filterFieldCondition");
+constexpr QLatin1String AndOr = Latin1::text("NSTRINGFORMAT_filterFieldConditionAndOr");
 } // namespace Filters
 
 namespace SubTablesConfigs
 {
-constexpr QLatin1String Name("RSTRINGFORMAT_subConfigName");
-constexpr QLatin1String FieldName("NSTRINGFORMAT_subConfigFieldName");
-constexpr QLatin1String FieldType("NSTRINGFORMAT_subConfigFieldType");
+constexpr QLatin1String Name = Latin1::text("RSTRINGFORMAT_subConfigName");
+constexpr QLatin1String FieldName = Latin1::text("NSTRINGFORMAT_subConfigFieldName");
+constexpr QLatin1String FieldType = Latin1::text("NSTRINGFORMAT_subConfigFieldType");
 } // namespace SubTablesConfigs
 
 /// Columns of "settings" (one icon per table), without the Id.

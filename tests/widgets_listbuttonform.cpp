@@ -223,6 +223,12 @@ void TestListButtonForm::theCurrentEntryIsMarked()
     QVERIFY(form.isCurrent());
     QCOMPARE(button(form)->grab().toImage().pixelColor(20, 20), marked);
     QCOMPARE(label(form)->foregroundRole(), QPalette::HighlightedText);
+    // A dark icon stays readable: it keeps the usual ground.
+    form.setIcon(QIcon(QPixmap(QSize(1, 1))));
+    QCOMPARE(button(form)->grab().toImage().pixelColor(12, 12),
+             form.palette().color(QPalette::Base));
+    QCOMPARE(button(form)->grab().toImage().pixelColor(100, 20), marked);
+    form.setIcon(QIcon());
     form.setCurrent(false);
     QVERIFY(!form.isCurrent());
     QVERIFY(button(form)->grab().toImage().pixelColor(20, 20) != marked);

@@ -15,6 +15,7 @@ constexpr int CornerRadius = 4;
 constexpr int HoverAlpha = 28;
 constexpr int PressedAlpha = 64;
 constexpr int FocusAlpha = 200;
+constexpr double FocusWidth = 1.5;
 
 /// The colour behind a row; invalid when nothing is painted there.
 QColor rowColour(const RowButton &row)
@@ -71,16 +72,32 @@ void RowButton::paintEvent(QPaintEvent *)
         painter.drawRoundedRect(rect(), CornerRadius, CornerRadius);
     }
     if (hasFocus()) {
-        const auto role = current ? QPalette::HighlightedText : QPalette::Highlight;
-        QColor ring = palette().color(role);
-        ring.setAlpha(FocusAlpha);
-        painter.setPen(QPen(ring, 1.5));
-        painter.setBrush(Qt::NoBrush);
-        const QRectF room = QRectF(rect()).adjusted(2, 2, -2, -2);
-        painter.drawRoundedRect(room, CornerRadius, CornerRadius);
+        paintFocus(painter);
     }
-    const QRect place(Inset, (height() - iconSize().height()) / 2, iconSize().width(),
-                      iconSize().height());
-    icon().paint(&painter, QStyle::visualRect(layoutDirection(), rect(), place), Qt::AlignCenter,
-                 isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    paintIcon(painter);
+}
+
+void RowButton::paintFocus(QPainter &painter) const
+{
+    const auto role = current ? QPalette::HighlightedText : QPalette::Highlight;
+    QColor ring = palette().color(role);
+    ring.setAlpha(FocusAlpha);
+    painter.setPen(QPen(ring, FocusWidth));
+    painter.setBrush(Qt::NoBrush);
+    const QRectF room = QRectF(rect()).adjusted(2, 2, -2, -2);
+    painter.drawRoundedRect(room, CornerRadius, CornerRadius);
+}
+
+void RowButton::paintIcon(QPainter &painter) const
+{
+    const QSize size = iconSize();
+    const QRect left(QPoint(Inset, (height() - size.height()) / 2), size);
+    const QRect place = QStyle::visualRect(layoutDirection(), rect(), left);
+    if (current && !icon().isNull()) {
+        // Icons are drawn for the usual ground and would drown in the mark's colour.
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(palette().color(QPalette::Base));
+        painter.drawRoundedRect(place.adjusted(-2, -2, 2, 2), CornerRadius, CornerRadius);
+    }
+    icon().paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
 }

@@ -26,5 +26,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void paintFocus(QPainter &painter) const;
+    void paintIcon(QPainter &painter) const;
+
     bool current = false;
 };

@@ -96,7 +96,7 @@ void outputDataForm::setLinkButtonVisible(bool visible)
 
 void outputDataForm::setLinkTarget(QString table, int id)
 {
-    linkTable = table;
+    linkTable = std::move(table);
     linkId = id;
 }
 

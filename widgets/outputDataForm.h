@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <utility>
 
 class QLabel;
 class QPushButton;
@@ -32,7 +33,7 @@ public:
     void setTitle(bool show, QString label);
 
     /// The folder, with its final "/", that stored paths of attachments start from.
-    void setBasePath(QString path) { basePath = path; }
+    void setBasePath(QString path) { basePath = std::move(path); }
 
     /// Shows or hides the button that goes to the linked record.
     void setXViewVisible(bool visible);
@@ -46,10 +47,10 @@ public:
     void setLinkTarget(QString table, int id);
 
     /// The stored name of the table of the record shown.
-    void setOwnerTable(QString table) { ownerTable = table; }
+    void setOwnerTable(QString table) { ownerTable = std::move(table); }
 
     /// The text of the record's title column; it is part of its sub-tables' names.
-    void setRecordTitle(QString title) { recordTitle = title; }
+    void setRecordTitle(QString title) { recordTitle = std::move(title); }
 
     /// Shows `value` as `format`, a short format word such as "MONEY", asks for. A word that
     /// is not known shows the value as it is stored. The other setters come before this one.
