@@ -142,6 +142,11 @@ private:
     void fillTableList();
     void rebuildTableList();
     void addTableButton(const QString &table);
+    /// The first table that is neither reserved nor hidden; empty when there is none.
+    QString firstOrdinaryTable() const;
+    /// The name at this place of the table list, empty beyond its end. Where it is a reserved
+    /// one, which only the advanced mode shows, the first ordinary table instead.
+    QString tableAt(int place) const;
     void markCurrentTable();
     /// The table's icon: the file recorded in "settings", empty when that cannot be shown,
     /// the built-in one when none is recorded.

@@ -63,6 +63,9 @@ bool Tavenor::prepareDataFolders(const QString &path)
     clearRecordList();
     ui->lbViewInfo->clear();
     ui->lbListIcon->clear();
+    ui->lbToolbar->clear();
+    // The place to go back to belongs to the database that was open before.
+    ui->pbReturn->hide();
     docFolderName = Markers::AttachmentsFolder;
     dataFolderName = Markers::IconsFolder;
     databaseFolder = DatabasePath::folder(path);
@@ -104,14 +107,8 @@ void Tavenor::setDatabase(bool skipLock)
 
 void Tavenor::showFirstTable()
 {
-    currentTable.clear();
+    currentTable = firstOrdinaryTable();
     currentId = 0;
-    for (const QString &name : qAsConst(allTables)) {
-        if (!Names::isReservedTable(name) && !name.contains(Markers::HiddenTable)) {
-            currentTable = name;
-            break;
-        }
-    }
     ui->lbListName->setText(Names::tableDisplayName(currentTable));
     markCurrentTable();
     explainEmptyList(false);

@@ -176,10 +176,11 @@ void Tavenor::userSelectionChange()
 
 void Tavenor::changeToUsersPage()
 {
+    if (currentTable.isEmpty()) {
+        // Deliberate: without a current table it is the third of the list, hidden or not.
+        currentTable = tableAt(2);
+    }
     if (!currentTable.isEmpty()) {
-        loadUserList(currentTable);
-    } else if (allTables.size() > 2) {
-        currentTable = allTables.at(2);
         loadUserList(currentTable);
     }
     setTyped(false);

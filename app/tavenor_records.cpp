@@ -106,7 +106,9 @@ bool Tavenor::updateRecordFields(int id, const FieldPairs &pairs)
             written = db->updateField(currentTable, id, pair.first, pair.second) && written;
         }
     }
-    if (advancedMode && !pairs.isEmpty()) {
+    // An Id that is the same as before is not written: a save without a change leaves the file
+    // alone in this mode too.
+    if (advancedMode && !pairs.isEmpty() && pairs.first().second.toInt() != id) {
         const FieldPair &idPair = pairs.first();
         written = db->updateField(currentTable, id, idPair.first, idPair.second) && written;
     }

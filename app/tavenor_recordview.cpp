@@ -44,10 +44,14 @@ void Tavenor::vwRecord(int id)
 {
     const int listed = rowOfRecord(id);
     const int row = listed < 0 && !listLines.isEmpty() ? 0 : listed;
-    if (listed < 0 && row >= 0 && ui->userListWidget->currentRow() != row) {
+    if (listed < 0 && row >= 0 && !ui->userListWidget->item(row)->isSelected()) {
         // The selection shows the record of the first line instead.
         ui->userListWidget->setCurrentRow(row);
         return;
+    }
+    if (listed >= 0) {
+        // What is shown is what editing and deleting work on, however it came to be shown.
+        currentId = id;
     }
     buildRecordView(id, currentTable);
     if (row >= 0) {

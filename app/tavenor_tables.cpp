@@ -13,6 +13,7 @@
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/icons.h"
 #include "widgets/imagescaling.h"
 
 #include <QFile>
@@ -80,6 +81,22 @@ void Tavenor::addTableButton(const QString &table)
     connect(button, &ListButtonForm::changeList, this, &Tavenor::changeTable);
 }
 
+QString Tavenor::firstOrdinaryTable() const
+{
+    for (const QString &name : qAsConst(allTables)) {
+        if (!Names::isReservedTable(name) && !name.contains(Markers::HiddenTable)) {
+            return name;
+        }
+    }
+    return QString();
+}
+
+QString Tavenor::tableAt(int place) const
+{
+    const QString name = allTables.value(place);
+    return Names::isReservedTable(name) && !advancedMode ? firstOrdinaryTable() : name;
+}
+
 void Tavenor::markCurrentTable()
 {
     for (ListButtonForm *const button : qAsConst(listButtons)) {
@@ -94,7 +111,7 @@ QIcon Tavenor::tableIcon(const QString &table) const
     const QString path =
         DataBase::recordValue(settings, ReservedTables::Settings::IconPath).toString();
     if (path.isEmpty()) {
-        return QIcon(QStringLiteral(":generalIcon"));
+        return Icons::shared(QStringLiteral(":generalIcon"));
     }
     if (!Attachments::isInside(databaseFolder, path)) {
         return QIcon();

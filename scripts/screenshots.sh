@@ -1,21 +1,24 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: The Tavenor developers
 # SPDX-License-Identifier: MIT
-# Takes pictures of the program's pages on a fresh sample collection, driven by the keyboard.
+# Takes pictures of the program's pages and dialogs on a fresh sample collection.
 #
 # Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [FOLDER]    default: screenshots
 #   --scale FACTOR   as on a dense screen, e.g. 2
 #   --dark           with the colours of a dark desktop
 set -euo pipefail
-root=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/..
-root=$(cd "$root" && pwd)
+root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd)
+readonly root
 # shellcheck source=scripts/display.bash
 source "$root/scripts/display.bash"
 
 readonly Title='DB Administration Tool'
+readonly collection=$scratch/collection
 scale=1
-dark=no
+colours=light
 pictures=screenshots
+window=
+area=
 
 read_arguments() {
     while [ "$#" -gt 0 ]; do
@@ -24,7 +27,7 @@ read_arguments() {
             scale=${2?--scale needs a factor}
             shift
             ;;
-        --dark) dark=yes ;;
+        --dark) colours=dark ;;
         -*)
             echo "Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [FOLDER]" >&2
             return 2
@@ -44,24 +47,218 @@ build() {
     cmake --build --preset release --target tavenor tavenor-sample
 }
 
-# A screen on which the window has its full size at any scale, with a window manager for the
-# frames and the focus of dialogs.
+scaled() {
+    awk -v pixels="$1" -v scale="$scale" 'BEGIN { printf "%d", pixels * scale }'
+}
+
+# The toolkit reads a desktop's settings only where it knows the desktop; of those it reads
+# without further packages, this is the one that has files for them. A cursor that does not
+# blink makes pictures of editors come out alike.
+write_desktop_settings() {
+    export XDG_CONFIG_HOME=$scratch/config XDG_CURRENT_DESKTOP=KDE KDE_SESSION_VERSION=5
+    mkdir -p "$XDG_CONFIG_HOME"
+    {
+        printf '%s\n' '[General]' 'font=DejaVu Sans,9,-1,5,50,0,0,0,0,0' \
+            '[KDE]' 'CursorBlinkRate=0'
+        "${colours}_colours"
+    } >"$XDG_CONFIG_HOME/kdeglobals"
+}
+
+light_colours() {
+    cat <<'COLOURS'
+[Colors:Window]
+BackgroundNormal=239,239,239
+ForegroundNormal=0,0,0
+[Colors:View]
+BackgroundNormal=255,255,255
+BackgroundAlternate=247,247,247
+ForegroundNormal=0,0,0
+ForegroundInactive=120,120,120
+ForegroundLink=0,0,255
+[Colors:Button]
+BackgroundNormal=239,239,239
+ForegroundNormal=0,0,0
+[Colors:Selection]
+BackgroundNormal=48,140,198
+ForegroundNormal=255,255,255
+[Colors:Tooltip]
+BackgroundNormal=255,255,220
+ForegroundNormal=0,0,0
+COLOURS
+}
+
+dark_colours() {
+    cat <<'COLOURS'
+[Colors:Window]
+BackgroundNormal=53,53,53
+ForegroundNormal=240,240,240
+[Colors:View]
+BackgroundNormal=35,35,35
+BackgroundAlternate=45,45,45
+ForegroundNormal=240,240,240
+ForegroundInactive=160,160,160
+ForegroundLink=110,170,240
+[Colors:Button]
+BackgroundNormal=60,60,60
+ForegroundNormal=240,240,240
+[Colors:Selection]
+BackgroundNormal=48,110,180
+ForegroundNormal=255,255,255
+[Colors:Tooltip]
+BackgroundNormal=60,60,60
+ForegroundNormal=240,240,240
+COLOURS
+}
+
+# A screen that the window fits on at its full size, and a window manager, which gives dialogs
+# their frames and the keyboard.
 start_desktop() {
-    local size
-    size=$(awk -v scale="$scale" 'BEGIN { printf "%dx%d", 1366 * scale, 900 * scale }')
-    start_display "$size"
-    export LC_ALL=C.UTF-8 QT_SCALE_FACTOR=$scale XDG_CONFIG_HOME="$scratch/config"
+    local manager
+    start_display "$(scaled 1366)x$(scaled 900)"
+    export LC_ALL=C.UTF-8 QT_SCALE_FACTOR=$scale
+    write_desktop_settings
     openbox 2>/dev/null &
-    manager_pid=$!
+    manager=$!
     until xdotool get_desktop >/dev/null 2>&1; do
-        kill -0 "$manager_pid"
+        kill -0 "$manager"
         sleep 0.1
     done
 }
 
-# Stands for a desktop whose colours are dark: the toolkit takes them from the GTK theme or
-# the platform's settings, of which a virtual display has none.
-dark_colours() {
-    cat <<'STYLE'
-STYLE
+# start: begins with the program's first page. What it was shown before is forgotten.
+start() {
+    cd "$collection"
+    start_program "$root/build/release/app/tavenor"
+    window=$(wait_for_window "^$Title")
+    xdotool windowactivate --sync "$window"
+    # Asking for the window's place would count its frame twice; a pointer on its corner tells.
+    xdotool mousemove --window "$window" 0 0
+    local X Y WIDTH HEIGHT
+    eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(WIDTH|HEIGHT)=[0-9]+$')"
+    eval "$(xdotool getmouselocation --shell | grep -E '^(X|Y)=[0-9]+$')"
+    area="${WIDTH}x$HEIGHT+$X+$Y"
+    rest_pointer
 }
+
+stop() {
+    end_program
+}
+
+rest_pointer() {
+    xdotool mousemove "$(scaled 1366)" "$(scaled 900)"
+}
+
+# settle [FILE]: waits until the last step has reached the screen, where it must change
+# something. Every step that is not followed by shot is followed by this, because keys that
+# come before a page is there go to the one before.
+settle() {
+    take_picture "${1-$scratch/settled.png}" -window root -crop "$area" +repage
+}
+
+# shot NAME: saves what is then seen where the window stands, dialogs over it included.
+shot() {
+    settle "$pictures/$1.png"
+    echo "$pictures/$1.png"
+}
+
+# key KEY…: presses keys, named as xdotool names them.
+key() {
+    xdotool key --clearmodifiers "$@"
+}
+
+# write TEXT: types it.
+write() {
+    xdotool type --clearmodifiers "$1"
+}
+
+# click X Y: at a place of the window, in its own pixels at scale 1. For what no key reaches.
+click() {
+    xdotool mousemove --window "$window" "$(scaled "$1")" "$(scaled "$2")" click 1
+    rest_pointer
+}
+
+# options_menu KEY…: opens the menu "Opzioni" on its first entry and goes on with the keys;
+# entries that are switched off are passed over.
+options_menu() {
+    key Alt_L Right Down "$@"
+}
+
+# table NUMBER: the table that stands at this place of the list.
+table() {
+    click 110 $((91 + 43 * ($1 - 1)))
+}
+
+browsing() {
+    start
+    shot start
+    # The list has the keyboard and goes to the line that is typed.
+    write 'Il Gattopardo'
+    shot record
+    key shift+Tab shift+Tab shift+Tab
+    settle
+    write 'casa'
+    shot search
+    table 2
+    shot authors
+    table 3
+    shot members
+    stop
+}
+
+entry() {
+    start
+    key F2
+    shot change
+    key Escape
+    settle
+    key ctrl+n
+    settle
+    write 'Il sentiero dei nidi di ragno'
+    shot new
+    key Escape
+    shot unsaved
+    stop
+}
+
+dialogs() {
+    start
+    key ctrl+Delete
+    shot delete
+    key Escape
+    settle
+    options_menu Up
+    shot options
+    key Return
+    shot about
+    stop
+}
+
+modes() {
+    start
+    options_menu Return
+    shot administrator
+    options_menu Down
+    shot administrator-options
+    key Return
+    shot hidden-tables
+    options_menu Up Up Return
+    shot advanced-question
+    key alt+y
+    shot advanced
+    stop
+    echo Locked >"$collection/lockDb.dat"
+    start
+    shot read-only
+    stop
+}
+
+read_arguments "$@"
+trap end_all EXIT
+trap 'exit 1' INT TERM HUP
+build
+start_desktop
+"$root/build/release/samples/tavenor-sample" "$collection"
+browsing
+entry
+dialogs
+modes

@@ -32,13 +32,25 @@ bool canBeNamed(const QStringList &columns)
     return std::all_of(columns.begin(), columns.end(), SqlNames::canBeRead);
 }
 
+/// Where the column stands in a row; -1 when it is not there. QSqlRecord::indexOf() would take
+/// a name with a dot in it for the names of a table and a column.
+int positionOf(const QString &column, const QSqlRecord &row)
+{
+    for (int position = 0; position < row.count(); ++position) {
+        if (row.fieldName(position).compare(column, Qt::CaseInsensitive) == 0) {
+            return position;
+        }
+    }
+    return -1;
+}
+
 /// Where `columns` stand in a row of all columns; empty when one of them is missing.
 QVector<int> positionsOf(const QStringList &columns, const QSqlRecord &row)
 {
     QVector<int> positions;
     positions.reserve(columns.size());
     for (const QString &column : columns) {
-        const int position = row.indexOf(column);
+        const int position = positionOf(column, row);
         if (position < 0) {
             return {};
         }
@@ -53,10 +65,14 @@ RowPass::RowPass(const QString &table, const QStringList &columns)
 {
     if (columns.isEmpty()) {
         query = run(SqlText::selectAll(table));
-    } else if (canBeNamed(columns)) {
+        return;
+    }
+    if (canBeNamed(columns)) {
         query = run(SqlText::selectColumns(table, columns));
-    } else {
-        // Names that SQL would misread are found among the names of all columns.
+    }
+    if (!query.isActive()) {
+        // Names that SQL would misread, or that the driver gives otherwise than SQL knows them
+        // (it leaves out quotes), are found among the names of all columns.
         query = run(SqlText::selectAll(table));
         positions = positionsOf(columns, query.record());
         if (positions.isEmpty()) {
@@ -78,7 +94,10 @@ bool RowPass::next()
 
 QVariant RowPass::value(int position) const
 {
-    return query.value(positions.isEmpty() ? position : positions.at(position));
+    if (positions.isEmpty()) {
+        return query.value(position);
+    }
+    return position < positions.size() ? query.value(positions.at(position)) : QVariant();
 }
 
 int RowPass::count(const QString &table)

@@ -26,7 +26,7 @@ public:
     /// Steps to the next row; false when there is none.
     bool next();
 
-    /// The current row's value at `position` in the columns asked for.
+    /// The current row's value at `position` in the columns asked for; invalid beyond them.
     QVariant value(int position) const;
 
     /// Number of rows of a table, counted by SQLite itself; 0 when it cannot be read.

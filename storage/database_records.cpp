@@ -71,7 +71,7 @@ QString refusalOf(const QStringList &fields, int id, const FieldPairs &values)
         if (pair.first == Markers::IdColumn && pair.second.toInt() != id) {
             return QStringLiteral("L'Id non può cambiare insieme agli altri campi.");
         }
-        const QString refusal = SqlText::valueRefusal(pair);
+        QString refusal = SqlText::valueRefusal(pair);
         if (!refusal.isEmpty()) {
             return refusal;
         }
@@ -140,7 +140,13 @@ QSqlRecord DataBase::recordAt(const QString &table, int row) const
 
 QVariant DataBase::recordValue(const QSqlRecord &record, const QString &fieldName)
 {
-    return record.field(record.indexOf(fieldName)).value();
+    // QSqlRecord::indexOf() would take a name with a dot in it for those of a table and a field.
+    for (int position = 0; position < record.count(); ++position) {
+        if (record.fieldName(position).compare(fieldName, Qt::CaseInsensitive) == 0) {
+            return record.value(position);
+        }
+    }
+    return QVariant();
 }
 
 QSqlRecord DataBase::findRecord(const QString &table, const QString &fieldName,

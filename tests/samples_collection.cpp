@@ -9,6 +9,7 @@
 #include "model/subtables.h"
 #include "model/values.h"
 #include "samples/SampleCollection.h"
+#include "samples/unattendedboxes.h"
 
 #include <QDirIterator>
 #include <QImage>
@@ -194,6 +195,8 @@ private slots:
     void spoiltDataMakeNothing();
 
 private:
+    // A box that nobody expects must not hang the test; without the collection it fails anyway.
+    UnattendedBoxes boxes{[](const QString &text) { qWarning("%s", qPrintable(text)); }};
     QTemporaryDir place;
 };
 
@@ -501,7 +504,7 @@ void SamplesCollection::iconsLoad()
         const QString path = row.value(QStringLiteral("RSTRINGFORMAT_iconPath"));
         icons.insert(row.value(QStringLiteral("RSTRINGFORMAT_tableName")), path);
         QVERIFY2(!QImage(place.filePath(path)).isNull(), qPrintable(path));
-        QVERIFY2(QFileInfo(place.filePath(path)).isWritable(), qPrintable(path));
+        QVERIFY2(QFileInfo(place.filePath(path)).permission(QFile::WriteOwner), qPrintable(path));
     }
     QMap<QString, QString> expected = {{Tables.at(0), QStringLiteral("DB_DATA/libri.png")},
                                        {Tables.at(1), QStringLiteral("DB_DATA/autori.png")},

@@ -109,6 +109,9 @@ void SamplesCovers::textStaysOnTheCover()
     const QImage image = Covers::picture(cover(title));
     const QImage empty = Covers::picture(cover(QString()));
     QVERIFY2(image != empty, "the title is not drawn");
+    QString otherEnd = title;
+    otherEnd.chop(1);
+    QVERIFY2(image != Covers::picture(cover(otherEnd)), "the title's end is cut off");
     for (const QRect &area : {QRect(0, 0, 28, 600), QRect(372, 0, 28, 600),
                               QRect(0, MotifTop - 22, 400, 600 - MotifTop + 22)}) {
         QVERIFY2(image.copy(area) == empty.copy(area), "the title leaves its place");

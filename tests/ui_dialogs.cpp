@@ -129,41 +129,31 @@ void Dialogs::nothingIsLeftBehind()
 void Dialogs::percentIsCut_data()
 {
     QTest::addColumn<int>("records");
-    QTest::addColumn<QList<int>>("shown");
-    QTest::newRow("1 record") << 1 << QList<int>{0};
-    QTest::newRow("2 records") << 2 << QList<int>{0, 50};
-    QTest::newRow("3 records: 66, not 67") << 3 << QList<int>{0, 33, 66};
-    QTest::newRow("7 records") << 7 << QList<int>{0, 14, 28, 42, 57, 71, 85};
-    QList<int> ofHundred;
-    for (int done = 0; done < 100; ++done) {
-        // The division loses a little: 29 of 100 reads 28.
-        const bool loses = done == 29 || done == 57 || done == 58;
-        if (!loses) {
-            ofHundred.append(done);
-        }
-    }
-    QTest::newRow("100 records: 29, 57 and 58 are lost") << 100 << ofHundred;
+    QTest::addColumn<int>("last");
+    // It is told before each record how many are done.
+    QTest::newRow("0 of 1") << 1 << 0;
+    QTest::newRow("1 of 2") << 2 << 50;
+    QTest::newRow("2 of 3 are 66, not 67") << 3 << 66;
+    QTest::newRow("6 of 7") << 7 << 85;
+    QTest::newRow("199 of 200 are 99, not 100") << 200 << 99;
+    QTest::newRow("1999 of 2000 are 99, not 100") << 2000 << 99;
 }
 
 void Dialogs::percentIsCut()
 {
     QFETCH(int, records);
-    QFETCH(QList<int>, shown);
+    QFETCH(int, last);
     const Workspace here;
     here.sql(Books, booksOf(records));
     here.remember(Books);
     const Tavenor window;
     const auto *const bar =
         Window::get<QProgressBar>(*all<progressBarForm>().first(), "progressBar");
+    QCOMPARE(bar->value(), last);
     Window::pressTable(window, QStringLiteral("autori"));
     QCOMPARE(bar->value(), 0);
-    const QSignalSpy values(bar, &QProgressBar::valueChanged);
     Window::pressTable(window, QStringLiteral("libri"));
-    QList<int> changes{0};
-    for (const QList<QVariant> &value : values) {
-        changes.append(value.first().toInt());
-    }
-    QCOMPARE(changes, shown);
+    QCOMPARE(bar->value(), last);
 }
 
 void Dialogs::progressIsUsedAgain()
@@ -193,8 +183,9 @@ void Dialogs::progressStartsAtZero()
     QCOMPARE(bar->value(), 66);
     const QSignalSpy values(bar, &QProgressBar::valueChanged);
     Window::pressTable(window, QStringLiteral("libri"));
-    QCOMPARE(values.count(), 3);
+    QVERIFY(values.count() >= 2);
     QCOMPARE(values.first().first().toInt(), 0);
+    QCOMPARE(values.last().first().toInt(), 66);
 }
 
 void Dialogs::progressEndsForUnreadableTable()

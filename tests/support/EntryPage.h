@@ -18,6 +18,8 @@
 #include <QStackedWidget>
 #include <QtEndian>
 
+#include <memory>
+
 /// What a person does on the entry page. Fields are named by the label that they show.
 namespace EntryPage
 {
@@ -177,9 +179,8 @@ inline QStringList exactRows(const Workspace &here, const QString &database, con
              database, QStringLiteral("SELECT name FROM pragma_table_info('%1')").arg(table))) {
         values.append(QStringLiteral("typeof(%1)||':'||quote(%1)").arg(column));
     }
-    return here.column(database,
-                       QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid")
-                           .arg(values.join(QLatin1String("||'|'||")), table));
+    return here.column(database, QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid")
+                                     .arg(values.join(QLatin1String("||'|'||")), table));
 }
 
 /// How many steps have been written to the database file so far: SQLite counts them in its
@@ -188,5 +189,31 @@ inline quint32 steps(const Workspace &here, const QString &database)
 {
     return qFromBigEndian<quint32>(here.read(database).mid(24, 4).constData());
 }
+
+/// The program, started on a database made by `statements`. The list is filled at the start
+/// only when there are two tables or more.
+struct Started {
+    explicit Started(const QStringList &statements)
+    {
+        here.sql(database, statements);
+        here.remember(database);
+        window = std::make_unique<Tavenor>();
+    }
+
+    /// Shows the window and makes it the active one, for tests of keys and focus.
+    bool show()
+    {
+        window->show();
+        return QTest::qWaitForWindowActive(window.get());
+    }
+    /// Changes the database over a connection of its own, as another program would.
+    void sql(const QString &statement) const { here.sql(database, {statement}); }
+    QStringList rows(const QString &table) const { return exactRows(here, database, table); }
+    quint32 steps() const { return EntryPage::steps(here, database); }
+
+    const QString database = QStringLiteral("books.db");
+    Workspace here;
+    std::unique_ptr<Tavenor> window;
+};
 
 } // namespace EntryPage
