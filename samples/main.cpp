@@ -41,7 +41,7 @@ int main(int argc, char *argv[])
         return WrongUse;
     }
     const UnattendedBoxes boxes([](const QString &text) { say(stderr, text); });
-    const QString folder = arguments.at(1);
+    const QString &folder = arguments.at(1);
     SampleCollection collection;
     switch (collection.makeIn(folder)) {
     case SampleCollection::Outcome::Made:

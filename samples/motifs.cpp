@@ -243,10 +243,14 @@ void star(QPainter &painter, const QPointF &centre, qreal size)
 void stars(QPainter &painter, const QRectF &area, const Palette &palette)
 {
     QRandomGenerator random(1943);
+    const int columns = 7;
     fill(painter, palette.tint);
-    for (int place = 0; place < 28; ++place) {
-        const QPointF at(area.left() + (place % 7 + 0.15 + random.bounded(0.7)) * area.width() / 7,
-                         area.top() + (place / 7 + random.bounded(0.8)) * area.height() * 0.15);
+    for (int place = 0; place < 4 * columns; ++place) {
+        const int row = place / columns;
+        const qreal x = place % columns + 0.15 + random.bounded(0.7);
+        const qreal y = row + random.bounded(0.8);
+        const QPointF at =
+            area.topLeft() + QPointF(x * area.width() / columns, y * area.height() * 0.15);
         star(painter, at, place % 5 == 0 ? 10 : 3 + random.bounded(4));
     }
     const QPointF planet(area.center().x(), area.bottom() + 10);

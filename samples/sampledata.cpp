@@ -17,7 +17,7 @@ const QString Author = QStringLiteral("autori");
 /// What a sheet tells about a book, in its order; a fact that the book lacks is left out.
 QVector<QPair<QString, QString>> factsOf(const TabFile &books, int book, const TabFile &authors)
 {
-    const int author = authors.find(QStringLiteral("Nome"), books.value(book, Author));
+    const int author = authors.find(QStringLiteral("Autore"), books.value(book, Author));
     const QVector<QPair<QString, QString>> all = {
         {QStringLiteral("Anno"), books.value(book, QStringLiteral("Anno"))},
         {QStringLiteral("Genere"), books.value(book, QStringLiteral("Genere"))},

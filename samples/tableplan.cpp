@@ -11,7 +11,9 @@ namespace
 
 const QString Authors = QStringLiteral("autori");
 const QString Members = QStringLiteral("soci");
-const QString Name = QStringLiteral("Nome");
+// A reference shows the label of the field that it refers to.
+const QString AuthorName = QStringLiteral("Autore");
+const QString MemberName = QStringLiteral("Socio");
 
 ColumnDefinition column(const QString &flag, QLatin1String format, const QString &label)
 {
@@ -44,7 +46,7 @@ ColumnDefinitions bookColumns()
 {
     return {
         required(QStringLiteral("Titolo")),
-        reference(Authors, required(Name)),
+        reference(Authors, required(AuthorName)),
         optional(Formats::Integer, QStringLiteral("Anno")),
         optional(Formats::String, QStringLiteral("Genere")),
         optional(Formats::Integer, QStringLiteral("Pagine")),
@@ -64,7 +66,7 @@ ColumnDefinitions bookColumns()
 ColumnDefinitions authorColumns()
 {
     return {
-        required(Name),
+        required(AuthorName),
         optional(Formats::Date, QStringLiteral("Nato_il")),
         optional(Formats::String, QStringLiteral("Paese")),
         optional(Formats::Url, QStringLiteral("Pagina_web")),
@@ -76,7 +78,7 @@ ColumnDefinitions authorColumns()
 ColumnDefinitions memberColumns()
 {
     return {
-        required(Name),
+        required(MemberName),
         optional(Formats::Mail, QStringLiteral("Posta")),
         optional(Formats::String, QStringLiteral("Telefono")),
         optional(Formats::Date, QStringLiteral("Iscritto_il")),
@@ -119,7 +121,7 @@ ColumnDefinitions loanColumns()
 {
     return {
         userPath(),
-        reference(Members, required(Name)),
+        reference(Members, required(MemberName)),
         optional(Formats::Date, QStringLiteral("Dal")),
         optional(Formats::Date, QStringLiteral("Al")),
         optional(Formats::Bool, QStringLiteral("Restituito")),

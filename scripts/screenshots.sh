@@ -125,7 +125,7 @@ start_desktop() {
     done
 }
 
-# start: begins with the program's first page. What it was shown before is forgotten.
+# start [NAME]: begins with the program's first page, and takes its picture when given a name.
 start() {
     cd "$collection"
     start_program "$root/build/release/app/tavenor"
@@ -133,11 +133,15 @@ start() {
     xdotool windowactivate --sync "$window"
     # Asking for the window's place would count its frame twice; a pointer on its corner tells.
     xdotool mousemove --window "$window" 0 0
-    local X Y WIDTH HEIGHT
-    eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(WIDTH|HEIGHT)=[0-9]+$')"
-    eval "$(xdotool getmouselocation --shell | grep -E '^(X|Y)=[0-9]+$')"
-    area="${WIDTH}x$HEIGHT+$X+$Y"
+    area=$(xdotool getwindowgeometry --shell "$window" getmouselocation --shell |
+        awk -F= '{ value[$1] = $2 } END { print value["WIDTH"] "x" value["HEIGHT"] "+" value["X"] "+" value["Y"] }')
     rest_pointer
+    rm -f "$scratch/saved.png"
+    if [ "$#" -eq 1 ]; then
+        shot "$1"
+    else
+        settle
+    fi
 }
 
 stop() {
@@ -189,8 +193,7 @@ table() {
 }
 
 browsing() {
-    start
-    shot start
+    start start
     # The list has the keyboard and goes to the line that is typed.
     write 'Il Gattopardo'
     shot record
@@ -247,8 +250,7 @@ modes() {
     shot advanced
     stop
     echo Locked >"$collection/lockDb.dat"
-    start
-    shot read-only
+    start read-only
     stop
 }
 

@@ -29,8 +29,8 @@ const QString Connection = QStringLiteral("samples-test");
 const QString Id = QStringLiteral("RINTEGERFORMAT_Id");
 const QString UserPath = QStringLiteral("NLONGSTRINGFORMAT_UserPath");
 const QString Title = QStringLiteral("RSTRINGFORMAT_Titolo");
-const QString Author = QStringLiteral("Xautori_XDTX_RSTRINGFORMAT_Nome");
-const QString Member = QStringLiteral("Xsoci_XDTX_RSTRINGFORMAT_Nome");
+const QString Author = QStringLiteral("Xautori_XDTX_RSTRINGFORMAT_Autore");
+const QString Member = QStringLiteral("Xsoci_XDTX_RSTRINGFORMAT_Socio");
 const QStringList Tables = {QStringLiteral("libri"), QStringLiteral("autori"),
                             QStringLiteral("soci"), QStringLiteral("HIDDENTABLE_Note")};
 const QString LoanPrefix =
@@ -41,7 +41,7 @@ const QStringList LoanBooks = {QStringLiteral("Il nome della rosa"),
                                QStringLiteral("Harry Potter e la pietra filosofale")};
 const QStringList LoanColumns = {QStringLiteral("RINTEGERFORMAT_Id integer"),
                                  QStringLiteral("NLONGSTRINGFORMAT_UserPath "),
-                                 QStringLiteral("Xsoci_XDTX_RSTRINGFORMAT_Nome integer"),
+                                 QStringLiteral("Xsoci_XDTX_RSTRINGFORMAT_Socio integer"),
                                  QStringLiteral("NDATEFORMAT_Dal text"),
                                  QStringLiteral("NDATEFORMAT_Al text"),
                                  QStringLiteral("NBOOLFORMAT_Restituito text")};
@@ -246,7 +246,7 @@ void SamplesCollection::columns_data()
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("libri") << QStringList(
         {QStringLiteral("RINTEGERFORMAT_Id integer"), QStringLiteral("RSTRINGFORMAT_Titolo text"),
-         QStringLiteral("Xautori_XDTX_RSTRINGFORMAT_Nome integer"),
+         QStringLiteral("Xautori_XDTX_RSTRINGFORMAT_Autore integer"),
          QStringLiteral("NINTEGERFORMAT_Anno text"), QStringLiteral("NSTRINGFORMAT_Genere text"),
          QStringLiteral("NINTEGERFORMAT_Pagine text"), QStringLiteral("NMONEYFORMAT_Prezzo text"),
          QStringLiteral("NBOOLFORMAT_Letto text"), QStringLiteral("NDATEFORMAT_Comprato_il text"),
@@ -257,12 +257,12 @@ void SamplesCollection::columns_data()
          QStringLiteral("NIMAGEFORMAT_Copertina text"), QStringLiteral("NPDFFORMAT_Scheda text"),
          QStringLiteral("NSUBTABLEFORMAT_Prestiti text")});
     QTest::newRow("autori") << QStringList(
-        {QStringLiteral("RINTEGERFORMAT_Id integer"), QStringLiteral("RSTRINGFORMAT_Nome text"),
+        {QStringLiteral("RINTEGERFORMAT_Id integer"), QStringLiteral("RSTRINGFORMAT_Autore text"),
          QStringLiteral("NDATEFORMAT_Nato_il text"), QStringLiteral("NSTRINGFORMAT_Paese text"),
          QStringLiteral("NURLFORMAT_Pagina_web text"), QStringLiteral("NLINKFORMAT_libri text"),
          QStringLiteral("NLONGSTRINGFORMAT_UserPath ")});
     QTest::newRow("soci") << QStringList(
-        {QStringLiteral("RINTEGERFORMAT_Id integer"), QStringLiteral("RSTRINGFORMAT_Nome text"),
+        {QStringLiteral("RINTEGERFORMAT_Id integer"), QStringLiteral("RSTRINGFORMAT_Socio text"),
          QStringLiteral("NMAILFORMAT_Posta text"), QStringLiteral("NSTRINGFORMAT_Telefono text"),
          QStringLiteral("NDATEFORMAT_Iscritto_il text"),
          QStringLiteral("NBOOLFORMAT_Quota_pagata text"), QStringLiteral("NMONEYFORMAT_Quota text"),
@@ -358,7 +358,7 @@ void SamplesCollection::everyAuthorHasABook()
     for (const Row &book : rowsOf(Tables.at(0))) {
         if (book.value(Title) == QLatin1String("Il Gattopardo")) {
             const int id = book.value(Author).toInt();
-            QCOMPARE(rowsOf(Tables.at(1)).at(id - 1).value(QStringLiteral("RSTRINGFORMAT_Nome")),
+            QCOMPARE(rowsOf(Tables.at(1)).at(id - 1).value(QStringLiteral("RSTRINGFORMAT_Autore")),
                      QStringLiteral("Giuseppe Tomasi di Lampedusa"));
         }
     }
@@ -525,13 +525,14 @@ void SamplesCollection::loansAreConfigured()
                      QLatin1Char('|') +
                      row.value(QStringLiteral("NSTRINGFORMAT_subConfigFieldType")));
     }
-    QCOMPARE(lines,
-             QStringList(
-                 {QStringLiteral("libri_Prestiti|NLONGSTRINGFORMAT_UserPath|"),
-                  QStringLiteral("libri_Prestiti_XSBCONFX_1|Xsoci_XDTX_RSTRINGFORMAT_Nome|Integer"),
-                  QStringLiteral("libri_Prestiti_XSBCONFX_2|NDATEFORMAT_Dal|text"),
-                  QStringLiteral("libri_Prestiti_XSBCONFX_3|NDATEFORMAT_Al|text"),
-                  QStringLiteral("libri_Prestiti_XSBCONFX_4|NBOOLFORMAT_Restituito|text")}));
+    QCOMPARE(
+        lines,
+        QStringList(
+            {QStringLiteral("libri_Prestiti|NLONGSTRINGFORMAT_UserPath|"),
+             QStringLiteral("libri_Prestiti_XSBCONFX_1|Xsoci_XDTX_RSTRINGFORMAT_Socio|Integer"),
+             QStringLiteral("libri_Prestiti_XSBCONFX_2|NDATEFORMAT_Dal|text"),
+             QStringLiteral("libri_Prestiti_XSBCONFX_3|NDATEFORMAT_Al|text"),
+             QStringLiteral("libri_Prestiti_XSBCONFX_4|NBOOLFORMAT_Restituito|text")}));
 }
 
 void SamplesCollection::loanTablesFollowTheConfiguration_data()
@@ -593,7 +594,7 @@ void SamplesCollection::filtersAreSaved()
     QFETCH(const Row, set);
     const QStringList untouched = {QStringLiteral("RINTEGERFORMAT_Id=0|INTEGER"),
                                    QStringLiteral("RSTRINGFORMAT_Titolo=|STRING"),
-                                   QStringLiteral("Xautori_XDTX_RSTRINGFORMAT_Nome=|STRING"),
+                                   QStringLiteral("Xautori_XDTX_RSTRINGFORMAT_Autore=|STRING"),
                                    QStringLiteral("NINTEGERFORMAT_Anno=0|INTEGER"),
                                    QStringLiteral("NSTRINGFORMAT_Genere=|STRING"),
                                    QStringLiteral("NINTEGERFORMAT_Pagine=0|INTEGER"),

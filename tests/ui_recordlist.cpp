@@ -43,12 +43,14 @@ QStringList manyBooks(int count)
 // A table whose titles take their time: each is made anew whenever it is read.
 QStringList slowBooks()
 {
-    return {QStringLiteral("CREATE TABLE libri (RINTEGERFORMAT_Id integer primary key,"
-                           "RSTRINGFORMAT_Titolo text AS (substr(hex(zeroblob(100000)),1,1)||"
-                           "RINTEGERFORMAT_Id))"),
-            booksWith(QString()).at(1),
-            QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE "
-                           "i<3000) INSERT INTO libri SELECT i FROM n")};
+    return {
+        QStringLiteral(
+            "CREATE TABLE libri (RINTEGERFORMAT_Id integer primary key,"
+            "RSTRINGFORMAT_Titolo text AS (substr(hex(zeroblob(100000+RINTEGERFORMAT_Id)),1,1)||"
+            "RINTEGERFORMAT_Id))"),
+        booksWith(QString()).at(1),
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE "
+                       "i<3000) INSERT INTO libri SELECT i FROM n")};
 }
 
 const QString HiddenTable = QStringLiteral("CREATE TABLE HIDDENTABLE_%1 (RINTEGERFORMAT_Id "
@@ -91,7 +93,7 @@ class Watch : public QObject
 public:
     Watch() { qApp->installEventFilter(this); }
 
-    int readings = 0;     // a reading shows the progress dialog once
+    int readings = 0;     // a reading shows the progress dialog, off the screen at first
     int fieldsPlaced = 0; // fields put on the record page
     std::function<void()> whileReading;
 
@@ -100,12 +102,15 @@ protected:
     {
         const bool isProgress = watched->objectName() == QStringLiteral("progressBarForm");
         const bool isPage = watched->objectName() == QStringLiteral("datiContents");
-        readings += isProgress && event->type() == QEvent::Show && !event->spontaneous() ? 1 : 0;
+        const bool isShown = isProgress && event->type() == QEvent::Show;
+        const bool begins =
+            isShown && static_cast<QWidget *>(watched)->testAttribute(Qt::WA_DontShowOnScreen);
+        readings += begins ? 1 : 0;
         if (isPage && event->type() == QEvent::ChildAdded) {
             const QObject *const child = static_cast<QChildEvent *>(event)->child();
             fieldsPlaced += qobject_cast<const outputDataForm *>(child) != nullptr ? 1 : 0;
         }
-        if (isProgress && event->type() == QEvent::Show && whileReading) {
+        if (begins && whileReading) {
             QMetaObject::invokeMethod(this, whileReading, Qt::QueuedConnection);
         }
         return false;
