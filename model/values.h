@@ -3,12 +3,18 @@
 // Value texts: how stored texts become numbers, dates and shown texts.
 #pragma once
 
+#include "model/latin1.h"
+
 #include <QDate>
 #include <QString>
 #include <QVariant>
 
 namespace Values
 {
+
+/// Yes and no as they are stored.
+constexpr QLatin1String YesText = Latin1::text("TRUE");
+constexpr QLatin1String NoText = Latin1::text("FALSE");
 
 /// An amount as people read it: two decimals, a point, the euro sign ("3.00€"). Text that
 /// is no number, "nan" and "inf" among it, reads as zero.

@@ -85,11 +85,7 @@ RowPass::~RowPass() = default;
 
 bool RowPass::next()
 {
-    if (query.next()) {
-        return true;
-    }
-    query.finish();
-    return false;
+    return query.next();
 }
 
 QVariant RowPass::value(int position) const

@@ -10,8 +10,8 @@
 #include <QVector>
 
 /// Walks the rows of a table once, in table order, on the default connection. Values are
-/// read by position; nothing of a row is kept. The statement is finished when the pass ends
-/// or is destroyed, so it never stands in the way of later changes to the table.
+/// read by position; nothing of a row is kept. The statement is finished when the last row is
+/// passed or the walk is destroyed, so it never stands in the way of later changes to the table.
 class RowPass
 {
 public:

@@ -177,7 +177,7 @@ void TestDataBase::recordByIdTellsIdsOf64BitsApart()
 void TestDataBase::recordByIdAlsoTestsTheFirstColumn()
 {
     Sql::run(text("CREATE TABLE altra (a text, RINTEGERFORMAT_Id integer)"));
-    Sql::run(text("INSERT INTO altra VALUES ('2',1),('1',1)"));
+    Sql::run(text("INSERT INTO altra VALUES ('2',1),(4294967297,1),('1',1)"));
     QCOMPARE(valuesOf(db->recordById(text("altra"), 1)), QStringList({text("1"), text("1")}));
     QVERIFY(!db->idExists(text("altra"), 2));
 }

@@ -83,6 +83,7 @@ private slots:
 
     void readOnlyReads();
     void readOnlyWritesNothing();
+    void readOnlyMakesNoFile_data();
     void readOnlyMakesNoFile();
     void readOnlyTakesAnEmptyFile();
     void readOnlyCountsFromTheNextOpening();
@@ -399,8 +400,19 @@ void TestOpen::readOnlyWritesNothing()
     QCOMPARE(QDir(path(QString())).entryList(QDir::Files), QStringList(Name));
 }
 
+void TestOpen::readOnlyMakesNoFile_data()
+{
+    QTest::addColumn<bool>("journal");
+    QTest::newRow("where nothing is") << false;
+    QTest::newRow("where a journal was left behind") << true;
+}
+
 void TestOpen::readOnlyMakesNoFile()
 {
+    QFETCH(bool, journal);
+    if (journal) {
+        workspace->write(Name + text("-journal"), "Questo non è un giornale.");
+    }
     db->setReadOnly(true);
     ModalResponder responder;
     responder.answer(QMessageBox::Ok);

@@ -38,6 +38,9 @@ QString insertFailed(const QString &table, const QString &reason)
            reason;
 }
 
+/// Unquoted, it would turn an update of this table into one of all books.
+const QString BendingTable = QStringLiteral("libri SET NINTEGERFORMAT_Anno = '7' --");
+
 const QString IdsUsedUp = QStringLiteral("Il numero più grande possibile è già usato come Id.");
 
 void addBook(const QString &id)
@@ -214,11 +217,13 @@ void TestRecords::insertRecordFails()
     Sql::run(text("CREATE TABLE senza (a text)"));
     Sql::run(text("CREATE TABLE regole (RINTEGERFORMAT_Id integer primary key,a CHECK (a = 1))"));
     ModalResponder responder;
-    responder.answer(QMessageBox::Ok);
-    QCOMPARE(db->insertWhole(table, false, 0, {}), -1);
-    QVERIFY(responder.boxes().isEmpty());
-    QCOMPARE(db->insertRecord(table, false, 0), -1);
-    QCOMPARE(responder.takeTexts(), QStringList(insertFailed(table, reason)));
+    for (const bool keepId : {false, true}) {
+        responder.answer(QMessageBox::Ok);
+        QCOMPARE(db->insertWhole(table, keepId, 5, {}), -1);
+        QCOMPARE(responder.takeTexts(), QStringList());
+        QCOMPARE(db->insertRecord(table, keepId, 5), -1);
+        QCOMPARE(responder.takeTexts(), QStringList(insertFailed(table, reason)));
+    }
     for (const QString &made : tables) {
         QCOMPARE(Sql::table(made), QStringList());
     }
@@ -226,16 +231,16 @@ void TestRecords::insertRecordFails()
 
 void TestRecords::insertRecordReportsAReadThatFails()
 {
-    // What cannot be read must not look like an empty table.
-    Sql::run(text("CREATE TABLE base (a)"));
-    Sql::run(text("CREATE VIEW vista AS SELECT a AS RINTEGERFORMAT_Id FROM base"));
-    Sql::run(text("DROP TABLE base"));
+    // A table that can be read in part only must not look like a shorter one.
+    Sql::run(text("CREATE VIEW vista AS SELECT 1 AS RINTEGERFORMAT_Id UNION ALL "
+                  "SELECT abs(-9223372036854775807 - 1)"));
     ModalResponder responder;
     responder.answer(QMessageBox::Ok);
+    QCOMPARE(db->insertWhole(text("vista"), false, 0, {}), -1);
     QCOMPARE(db->insertRecord(text("vista"), false, 0), -1);
-    QCOMPARE(responder.takeTexts(),
-             QStringList(insertFailed(text("vista"), text("no such table: main.base Unable to "
-                                                          "execute statement"))));
+    QCOMPARE(
+        responder.takeTexts(),
+        QStringList(insertFailed(text("vista"), text("integer overflow Unable to fetch row"))));
 }
 
 void TestRecords::updateField_data()
@@ -354,6 +359,9 @@ void TestRecords::updateFieldFails_data()
     QTest::newRow("a field that would bend the statement is missing")
         << Books << 1 << text("RSTRINGFORMAT_Titolo = 1,NINTEGERFORMAT_Anno")
         << text("ERRORE: Il campo 'RSTRINGFORMAT_Titolo = 1,NINTEGERFORMAT_Anno' non esiste!\n");
+    QTest::newRow("a field that is there with a suffix only")
+        << text("colonne") << 1 << text("NSTRINGFORMAT_c")
+        << text("ERRORE: Il campo 'NSTRINGFORMAT_c' non esiste!\n");
     QTest::newRow("the row number of SQLite is no field")
         << Books << 1 << text("rowid") << text("ERRORE: Il campo 'rowid' non esiste!\n");
     QTest::newRow("an odd name of a table")
@@ -374,9 +382,10 @@ void TestRecords::updateFieldFails()
     QFETCH(QString, field);
     QFETCH(QString, message);
     Sql::run(text("CREATE TABLE \"le cose\" (RINTEGERFORMAT_Id integer primary key, a text)"));
-    Sql::run(text("CREATE TABLE colonne (RINTEGERFORMAT_Id integer primary key, \"a b\" text)"));
+    Sql::run(text("CREATE TABLE colonne (RINTEGERFORMAT_Id integer primary key, \"a b\" text, "
+                  "NSTRINGFORMAT_c_XMLTYX_2 text)"));
     Sql::run(text("INSERT INTO \"le cose\" VALUES (1,'x')"));
-    Sql::run(text("INSERT INTO colonne VALUES (1,'x')"));
+    Sql::run(text("INSERT INTO colonne VALUES (1,'x','y')"));
     QCOMPARE(db->insertRecord(Books, false, 0), 1);
     ModalResponder responder;
     responder.answer(QMessageBox::Ok);
@@ -384,7 +393,7 @@ void TestRecords::updateFieldFails()
     QCOMPARE(responder.takeTexts(), QStringList(message));
     QCOMPARE(books(), QStringList(text("1|'0'|'0'|'0'|'0'|0")));
     QCOMPARE(Sql::table(text("\"le cose\"")), QStringList(text("1|'x'")));
-    QCOMPARE(Sql::table(text("colonne")), QStringList(text("1|'x'")));
+    QCOMPARE(Sql::table(text("colonne")), QStringList(text("1|'x'|'y'")));
 }
 
 void TestRecords::updateFieldReportsTheDriversText()
@@ -572,6 +581,8 @@ void TestRecords::updateWholeFailsSilently_data()
     const FieldPair good = {Year, text("5")};
     QTest::newRow("a missing table") << text("manca") << 1 << FieldPairs{good};
     QTest::newRow("an odd name of a table") << text("libri AS l") << 1 << FieldPairs{good};
+    QTest::newRow("a table whose name would bend the statement")
+        << BendingTable << 1 << FieldPairs{good};
     QTest::newRow("an Id that is not there") << Books << 9 << FieldPairs{good};
     QTest::newRow("a field unknown to the table")
         << Books << 1 << FieldPairs{good, {text("altro"), text("x")}};
@@ -587,6 +598,8 @@ void TestRecords::updateWholeFailsSilently()
     QFETCH(QString, table);
     QFETCH(int, id);
     QFETCH(FieldPairs, values);
+    Sql::run(text("CREATE TABLE \"") + BendingTable +
+             text("\" (RINTEGERFORMAT_Id integer primary key,NINTEGERFORMAT_Anno text)"));
     QCOMPARE(db->insertRecord(Books, false, 0), 1);
     const ModalResponder responder;
     QVERIFY(!db->updateWhole(table, id, values));

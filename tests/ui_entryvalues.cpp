@@ -104,7 +104,7 @@ QString awkwardText(QRandomGenerator &dice, bool severalLines)
 QString awkwardNumber(QRandomGenerator &dice)
 {
     static const QStringList numbers = {
-        QStringLiteral("1 234,5"), QStringLiteral("1234.5"),   QStringLiteral("-0.004"),
+        QStringLiteral("1 234,5"), QStringLiteral("1234.5"),   QStringLiteral("-0.05"),
         QStringLiteral("0"),       QStringLiteral("+7"),       QStringLiteral(".5"),
         QStringLiteral("  "),      QStringLiteral("99999999"), QStringLiteral("3,14159265")};
     return numbers.at(dice.bounded(numbers.size()));
@@ -196,6 +196,7 @@ class EntryValues : public QObject
 private slots:
     void init();
     void labelsInColumnOrder();
+    void generatedRecordsKeepTheirBytes_data();
     void generatedRecordsKeepTheirBytes();
     void touchedFieldsKeepTheirBytes();
     void storedForms_data();
@@ -238,13 +239,22 @@ void EntryValues::labelsInColumnOrder()
                           QStringLiteral("Testo2")}));
 }
 
+void EntryValues::generatedRecordsKeepTheirBytes_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (const quint32 seed : {20240229U, 1U, 424242U}) {
+        QTest::addRow("records of throw %u", seed) << seed;
+    }
+}
+
 void EntryValues::generatedRecordsKeepTheirBytes()
 {
-    constexpr int Records = 210;
+    QFETCH(quint32, seed);
+    constexpr int Records = 70;
     constexpr int Savings = 3;
     const Started program(Library);
     program.here.write(QStringLiteral("l'été; %s.pdf"), "%PDF-1.4");
-    QRandomGenerator dice(20240229);
+    QRandomGenerator dice(seed);
     QStringList expected;
     for (int number = 1; number <= Records; ++number) {
         EntryPage::openNew(*program.window);
@@ -260,6 +270,7 @@ void EntryValues::generatedRecordsKeepTheirBytes()
             EntryPage::openEdit(*program.window);
             EntryPage::save(*program.window);
             QVERIFY2(!EntryPage::isOpen(*program.window), qPrintable(QString::number(number)));
+            EntryPage::forgetOldPages();
         }
         QVERIFY2(program.here.read(program.database) == file, qPrintable(QString::number(number)));
     }

@@ -15,6 +15,7 @@
 #include <QStackedWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -95,7 +96,7 @@ public:
 
     int readings = 0;     // a reading shows the progress dialog, off the screen at first
     int fieldsPlaced = 0; // fields put on the record page
-    std::function<void()> whileReading;
+    std::function<void()> whileReading; // runs during the next reading
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
@@ -111,7 +112,9 @@ protected:
             fieldsPlaced += qobject_cast<const outputDataForm *>(child) != nullptr ? 1 : 0;
         }
         if (begins && whileReading) {
-            QMetaObject::invokeMethod(this, whileReading, Qt::QueuedConnection);
+            // Once: what it does may begin a reading itself.
+            const std::function<void()> action = std::exchange(whileReading, {});
+            QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
         }
         return false;
     }

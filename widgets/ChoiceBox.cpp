@@ -145,10 +145,6 @@ void ChoiceBox::dropFurtherChoice()
 /// Shows the beginning of the current line in place of what was typed.
 void ChoiceBox::showChoice()
 {
-    const QAbstractItemView *found = completer()->popup();
-    if (found->isVisible() && found->selectionModel()->hasSelection()) {
-        return; // Enter on a line of the search: it becomes the choice in a moment.
-    }
     setEditText(itemText(currentIndex()));
     lineEdit()->home(false);
 }

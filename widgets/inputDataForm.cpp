@@ -5,28 +5,17 @@
 
 #include "ui_inputDataForm.h"
 
-#include "model/attachments.h"
 #include "model/columns.h"
 #include "model/markers.h"
 #include "model/values.h"
 #include "widgets/ImageBox.h"
-#include "widgets/attachfile.h"
 #include "widgets/icons.h"
-#include "widgets/imagescaling.h"
 #include "widgets/plaintooltip.h"
 #include "widgets/wheelguard.h"
 
-#include <QClipboard>
-#include <QDragEnterEvent>
-#include <QFileDialog>
-#include <QFileInfo>
-#include <QGuiApplication>
-#include <QKeyEvent>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QRegularExpressionValidator>
 #include <QScopedValueRollback>
-#include <QSignalBlocker>
 
 #include <limits>
 
@@ -38,30 +27,10 @@ constexpr int MostLabelWidth = 224;
 constexpr int LongTextLines = 5;
 constexpr int NumberLength = 20; // in digits
 
-const QLatin1String Yes("TRUE");
-const QLatin1String No("FALSE");
-const QLatin1String And("And");
-const QLatin1String Or("Or");
-
-/// The names of the conditions, in the order in which their buttons decide.
-const std::array<QLatin1String, 4> &conditionNames()
-{
-    static const std::array<QLatin1String, 4> names = {
-        QLatin1String("Equal"), QLatin1String("Disequal"), QLatin1String("Major"),
-        QLatin1String("Minor")};
-    return names;
-}
-
 /// The Id at the beginning of "12", "12.000000" or "12 Rossi"; 0 for any other text.
 int leadingWholeNumber(const QString &text)
 {
     return Values::wholePart(text.trimmed().section(QLatin1Char(' '), 0, 0));
-}
-
-bool isPaste(QEvent *event)
-{
-    return event->type() == QEvent::KeyPress &&
-           static_cast<QKeyEvent *>(event)->matches(QKeySequence::Paste);
 }
 
 /// The text of a several-line editor. QPlainTextEdit's own conversion would turn non-breaking
@@ -128,21 +97,6 @@ void inputDataForm::connectEditors()
     connect(ui->deData, &QDateEdit::dateChanged, this, &inputDataForm::noteChange);
     connect(ui->leData, &QLineEdit::textChanged, this, &inputDataForm::noteChange);
     connect(ui->sbNum, numberChanged, this, &inputDataForm::noteChange);
-}
-
-void inputDataForm::connectConditions()
-{
-    // Deliberate: pressing pbDiff alone does not make the field take part.
-    QPushButton *const activating[] = {ui->pbEqual, ui->pbMajor, ui->pbMinor};
-    for (QPushButton *button : activating) {
-        connect(button, &QPushButton::pressed, this, &inputDataForm::activatedByButton);
-    }
-    connect(ui->pbNoFilter, &QPushButton::pressed, this, &inputDataForm::deactivatedByButton);
-    for (QPushButton *button : conditionButtons()) {
-        connect(button, &QPushButton::clicked, this, [this, button] { checkOnly(button); });
-    }
-    connect(ui->pbAnd, &QPushButton::clicked, this, [this] { setJoiningWord(And); });
-    connect(ui->pbOr, &QPushButton::clicked, this, [this] { setJoiningWord(Or); });
 }
 
 void inputDataForm::changeEvent(QEvent *event)
@@ -385,7 +339,7 @@ void inputDataForm::fillEditor(const QVariant &value)
         ui->sbNum->setValue(stored.toInt());
         break;
     case Editor::YesNo:
-        ui->cbData->setChecked(stored.compare(Yes, Qt::CaseInsensitive) == 0);
+        ui->cbData->setChecked(stored.compare(Values::YesText, Qt::CaseInsensitive) == 0);
         break;
     case Editor::Date:
         ui->deData->setChosenDate(Values::date(stored));
@@ -437,374 +391,4 @@ void inputDataForm::noteChange()
     }
     isChanged = true;
     emit touched();
-}
-
-QString inputDataForm::valueText() const
-{
-    return Values::quotesDoubled(hasNumberToRead() ? numberText(numericValue()) : rawText());
-}
-
-QString inputDataForm::rawText() const
-{
-    return isChanged ? editorText() : storedText();
-}
-
-/// What an untouched field is worth: the stored text, even where the editor cannot show it.
-QString inputDataForm::storedText() const
-{
-    if (!stored.isEmpty()) {
-        return stored;
-    }
-    switch (editorKind) {
-    case Editor::Whole:
-        return QStringLiteral("0");
-    case Editor::YesNo:
-        return No;
-    case Editor::None:
-        return label();
-    default:
-        return {};
-    }
-}
-
-QString inputDataForm::editorText() const
-{
-    switch (editorKind) {
-    case Editor::Number: {
-        bool isNumber = false;
-        const double number = Values::typedNumber(ui->leData->text(), &isNumber);
-        return hasNumberToRead() ? numberText(number) : QString();
-    }
-    case Editor::Whole:
-        return QString::number(ui->sbNum->value());
-    case Editor::YesNo:
-        return ui->cbData->isChecked() ? Yes : No;
-    case Editor::Date:
-        return Values::dateText(ui->deData->chosenDate());
-    case Editor::Link:
-        return ui->cboxData->chosenLine();
-    case Editor::Reference:
-        return chosenId() == 0 ? QString() : QString::number(chosenId());
-    case Editor::File:
-        return imagePath;
-    default:
-        return ui->leData->text();
-    }
-}
-
-QString inputDataForm::numberText(double number) const
-{
-    return kind == Formats::Kind::Money ? Values::twoDecimals(number) : Values::sixDecimals(number);
-}
-
-/// True when the value is a number that a person has typed; a blank text is no value.
-bool inputDataForm::hasNumberToRead() const
-{
-    return isChanged && editorKind == Editor::Number && !ui->leData->text().trimmed().isEmpty();
-}
-
-double inputDataForm::numericValue() const
-{
-    bool isNumber = false;
-    const double number = Values::typedNumber(ui->leData->text(), &isNumber);
-    // Deliberate: a field that does not take part reads as 0 without a word.
-    if (!isNumber && active) {
-        messageBox->setText(QStringLiteral("ERRORE: Valore numerico non valido"));
-        messageBox->exec();
-    }
-    return number;
-}
-
-bool inputDataForm::numberIsValid() const
-{
-    bool isNumber = false;
-    Values::typedNumber(ui->leData->text(), &isNumber);
-    return isNumber || !hasNumberToRead();
-}
-
-void inputDataForm::intPlus()
-{
-    ui->sbNum->stepUp();
-}
-
-void inputDataForm::intMinus()
-{
-    ui->sbNum->stepDown();
-}
-
-// The condition of a filter
-
-void inputDataForm::setFilterRole(bool on)
-{
-    isCondition = on;
-    ui->compareFrame->setVisible(on);
-    ui->buttonFrame2->setVisible(on);
-    ui->activeMark->setVisible(on);
-    nameControls();
-}
-
-/// Every button of the condition, those of the joining word included.
-std::array<SwitchButton *, 7> inputDataForm::switches() const
-{
-    return {ui->pbEqual, ui->pbDiff, ui->pbMajor, ui->pbMinor, ui->pbNoFilter, ui->pbAnd, ui->pbOr};
-}
-
-std::array<QPushButton *, 5> inputDataForm::conditionButtons() const
-{
-    return {ui->pbEqual, ui->pbDiff, ui->pbMajor, ui->pbMinor, ui->pbNoFilter};
-}
-
-/// Checks one of the five buttons and unchecks the others; a click on the checked one leaves it
-/// checked.
-void inputDataForm::checkOnly(QPushButton *condition)
-{
-    for (QPushButton *button : conditionButtons()) {
-        button->setChecked(button == condition);
-    }
-}
-
-QString inputDataForm::conditionName() const
-{
-    const auto buttons = conditionButtons();
-    for (std::size_t position = 0; position < conditionNames().size(); ++position) {
-        if (buttons.at(position)->isChecked()) {
-            return conditionNames().at(position);
-        }
-    }
-    return QStringLiteral("NoCondition");
-}
-
-void inputDataForm::setConditionName(const QString &name)
-{
-    const auto buttons = conditionButtons();
-    for (QPushButton *button : buttons) {
-        // Deliberate: pbDiff stays as it is.
-        button->setChecked(button == ui->pbDiff && button->isChecked());
-    }
-    for (std::size_t position = 0; position < conditionNames().size(); ++position) {
-        if (name.compare(conditionNames().at(position), Qt::CaseInsensitive) == 0) {
-            buttons.at(position)->setChecked(true);
-            return;
-        }
-    }
-    ui->pbNoFilter->setChecked(true);
-    setActive(false);
-}
-
-void inputDataForm::setActive(bool on)
-{
-    active = on;
-    ui->activeMark->setAutoFillBackground(on);
-    for (SwitchButton *button : switches()) {
-        button->setEmphasis(on);
-    }
-}
-
-void inputDataForm::clearCondition()
-{
-    setActive(false);
-    checkOnly(ui->pbNoFilter);
-}
-
-// Deliberate: every change of the value means the condition "Equal", whatever it was before.
-void inputDataForm::activated()
-{
-    setActive(true);
-    checkOnly(ui->pbEqual);
-}
-
-void inputDataForm::cbActivated(int pos)
-{
-    if (pos > 0) {
-        activated();
-    } else {
-        clearCondition();
-    }
-}
-
-void inputDataForm::activatedByButton()
-{
-    setActive(true);
-}
-
-void inputDataForm::deactivatedByButton()
-{
-    setActive(false);
-}
-
-QString inputDataForm::joiningWord() const
-{
-    return ui->pbAnd->isChecked() ? And : Or;
-}
-
-void inputDataForm::setJoiningWord(const QString &word)
-{
-    const bool isAnd = word.compare(And, Qt::CaseInsensitive) == 0;
-    ui->pbAnd->setChecked(isAnd);
-    ui->pbOr->setChecked(!isAnd);
-}
-
-// Pictures and PDFs
-
-void inputDataForm::setBasePath(const QString &folder)
-{
-    basePath = folder;
-    if (editorKind == Editor::File) {
-        showAttachment();
-    }
-}
-
-void inputDataForm::setAttachmentFolderSource(std::function<QString()> source)
-{
-    attachmentFolderSource = source;
-    if (imageBox != nullptr) {
-        imageBox->setSubFolderSource(source);
-    }
-}
-
-QString inputDataForm::recordFolder() const
-{
-    const bool isKnown = !attachmentFolder.isEmpty() || !attachmentFolderSource;
-    return isKnown ? attachmentFolder : attachmentFolderSource();
-}
-
-QStringList inputDataForm::attachableSuffixes() const
-{
-    if (kind == Formats::Kind::Pdf) {
-        return {QStringLiteral("pdf")};
-    }
-    return {QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("jpeg"),
-            QStringLiteral("bmp"), QStringLiteral("tif")};
-}
-
-void inputDataForm::createImageBox()
-{
-    if (imageBox != nullptr) {
-        return;
-    }
-    imageBox = new ImageBox(this);
-    imageBox->setViewOnly(false);
-    imageBox->setSubFolderSource(attachmentFolderSource);
-    connect(imageBox, &ImageBox::acceptedFile, this, &inputDataForm::setNewImage);
-}
-
-void inputDataForm::viewImageBox()
-{
-    createImageBox();
-    imageBox->setModal(true);
-    imageBox->setSubFolder(attachmentFolder);
-    imageBox->setBasePath(basePath);
-    imageBox->loadImage(imagePath);
-    imageBox->show();
-}
-
-void inputDataForm::addPdf()
-{
-    const QString chosen = QFileDialog::getOpenFileName(
-        this, QStringLiteral("Open File"), QStringLiteral("/home"), QStringLiteral("Pdf (*.pdf)"));
-    // Deliberate: a cancelled choice changes nothing.
-    attach(chosen);
-}
-
-/// The image dialog has copied the file already. A path that names no file leaves the value.
-void inputDataForm::setNewImage(QString fileName)
-{
-    if (!Attachments::fileName(fileName).isEmpty()) {
-        takeAttachment(fileName);
-    }
-}
-
-/// Attaches the file `source` of the person's choice; what is no regular file is ignored.
-void inputDataForm::attach(const QString &source)
-{
-    if (!AttachFile::isRegularFile(source)) {
-        return;
-    }
-    const QString path = AttachFile::copyIn(basePath, recordFolder(), source);
-    if (!path.isEmpty()) {
-        takeAttachment(path);
-    }
-}
-
-/// Attaches what the clipboard holds: a file, or for a picture field a picture.
-void inputDataForm::pasteAttachment()
-{
-    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
-    const QString file = AttachFile::fileIn(data, attachableSuffixes());
-    if (!file.isEmpty()) {
-        attach(file);
-        return;
-    }
-    const QImage picture = qvariant_cast<QImage>(data->imageData());
-    if (kind != Formats::Kind::Image || picture.isNull()) {
-        return;
-    }
-    const QString path = AttachFile::savePicture(basePath, recordFolder(), picture);
-    if (!path.isEmpty()) {
-        takeAttachment(path);
-    }
-}
-
-void inputDataForm::takeAttachment(const QString &path)
-{
-    imagePath = path;
-    {
-        const QScopedValueRollback<bool> guard(isFilling, true);
-        // Deliberate: a new picture is only kept; it does not switch a condition on.
-        const QSignalBlocker blocker(kind == Formats::Kind::Image ? ui->leData : nullptr);
-        showLine(path);
-    }
-    showAttachment();
-    noteChange();
-}
-
-/// The preview of a picture, or the mark that the file is not where its path says.
-void inputDataForm::showAttachment()
-{
-    const bool isOurs = Attachments::mayBeOpened(basePath, imagePath);
-    const bool isThere = isOurs && AttachFile::isRegularFile(basePath + imagePath);
-    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    ui->lbMissing->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side));
-    ui->lbMissing->setVisible(!isThere && !imagePath.isEmpty());
-    PlainToolTip::set(ui->leData, imagePath);
-
-    const bool isPicture = isThere && kind == Formats::Kind::Image;
-    const QPixmap preview =
-        isPicture ? ImageScaling::recordPreview(basePath + imagePath) : QPixmap();
-    ui->lbPreview->setPixmap(preview);
-    ui->lbPreview->setVisible(!preview.isNull());
-}
-
-bool inputDataForm::eventFilter(QObject *watched, QEvent *event)
-{
-    if (editorKind == Editor::File && isPaste(event)) {
-        pasteAttachment();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-void inputDataForm::keyPressEvent(QKeyEvent *event)
-{
-    if (editorKind == Editor::File && isPaste(event)) {
-        pasteAttachment();
-        return;
-    }
-    QWidget::keyPressEvent(event);
-}
-
-void inputDataForm::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (!AttachFile::fileIn(event->mimeData(), attachableSuffixes()).isEmpty()) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
-    }
-}
-
-void inputDataForm::dropEvent(QDropEvent *event)
-{
-    // Whoever drags might delete a moved file; the record needs its copy only.
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    attach(AttachFile::fileIn(event->mimeData(), attachableSuffixes()));
 }

@@ -170,6 +170,14 @@ inline void setAdvancedMode(const QWidget &window, bool on)
     mode->trigger();
 }
 
+/// Lets go of the pages that are gone. The program's event loop does that; a test that opens
+/// hundreds of pages without one would drown in them.
+inline void forgetOldPages()
+{
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 /// Rows of a table that are the same only when every value has the same type and bytes: one
 /// text a record, "integer:1|text:'Zeno'|null:NULL".
 inline QStringList exactRows(const Workspace &here, const QString &database, const QString &table)
