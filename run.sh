@@ -32,7 +32,7 @@ explain_lock() {
     if grep -qs Locked lockDb.dat; then
         echo "Another copy of Tavenor uses $PWD, so this one only reads."
         echo "If no other copy is running (the last one was killed), remove its mark and start again:"
-        echo "  rm '$PWD/lockDb.dat'"
+        printf '  rm %q\n' "$PWD/lockDb.dat"
     fi
 }
 

@@ -141,7 +141,7 @@ private:
     void connectTables();
     void fillTableList();
     void rebuildTableList();
-    void addTableButton(const QString &table);
+    void addTableButton(const QString &table, const QIcon &icon);
     /// The first table that is neither reserved nor hidden; empty when there is none.
     QString firstOrdinaryTable() const;
     /// The name at this place of the table list, empty beyond its end. Where it is a reserved
@@ -199,6 +199,8 @@ private:
     bool refuseEmptyField(const FieldPairs &pairs);
     bool saveChanges(const FieldPairs &pairs);
     void setTyped(bool on);
+    /// Makes values of what is half typed in the editor that has the focus.
+    void finishTyping();
     bool mayDiscardTyped();
     void cancelEntry();
     void escapeEntry();

@@ -6,6 +6,7 @@
 #include "app/referencetexts.h"
 #include "model/columns.h"
 #include "model/recordlines.h"
+#include "model/values.h"
 #include "storage/RowPass.h"
 
 RecordListContent RecordListContent::read(const QString &table, const QStringList &columns,
@@ -22,7 +23,7 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
     RowPass rows(table, columns.mid(0, 2));
     for (int done = 0; rows.next(); ++done) {
         step(done);
-        const int id = rows.value(0).toInt();
+        const int id = Values::recordId(rows.value(0));
         const QString text = isReference ? titles.text(rows.value(1)) : rows.value(1).toString();
         const QString line = RecordLines::listLine(text);
         // A record without a title has a line that opens nothing. Deliberate: where the title

@@ -12,7 +12,7 @@ ReferenceTexts ReferenceTexts::read(const Columns::Reference &reference)
     ReferenceTexts result;
     RowPass rows(reference.table, {Markers::IdColumn, reference.field});
     while (rows.next()) {
-        result.texts.insert(rows.value(0).toInt(), rows.value(1).toString());
+        result.texts.insert(Values::recordId(rows.value(0)), rows.value(1).toString());
     }
     return result;
 }

@@ -59,6 +59,10 @@ bool Tavenor::prepareDataFolders(const QString &path)
     if (path.isEmpty() || !db->openDatabase(path)) {
         return false;
     }
+    // A page that is open for a record of the previous database leads nowhere now.
+    clearInputPage();
+    editing = false;
+    ui->stPages->setCurrentIndex(RecordsPage);
     clearRecordView();
     clearRecordList();
     ui->lbViewInfo->clear();

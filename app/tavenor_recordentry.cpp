@@ -33,8 +33,8 @@ QVector<QPair<int, QString>> referenceChoices(const QString &table, const QStrin
     RowPass rows(table, columns.mid(0, 2));
     while (rows.next()) {
         const QVariant id = rows.value(0);
-        choices.append(
-            {id.toInt(), RecordLines::idAndTitle(id.toLongLong(), rows.value(1).toString())});
+        choices.append({Values::recordId(id),
+                        RecordLines::idAndTitle(id.toLongLong(), rows.value(1).toString())});
     }
     return choices;
 }
@@ -189,7 +189,12 @@ void Tavenor::showEntryPage()
     // The buttons were made before the fields and would come before them.
     QWidget::setTabOrder(lastTabStop(placed.last()), ui->pbCancelEdit);
     QWidget::setTabOrder(ui->pbCancelEdit, ui->pbSaveNewUser);
-    placed.first()->focusEditor();
+    const auto first = std::find_if(placed.begin(), placed.end(), [](const inputDataForm *form) {
+        return form->editor() != nullptr;
+    });
+    if (first != placed.end()) {
+        (*first)->focusEditor();
+    }
 }
 
 QString Tavenor::entryFolder()
@@ -208,6 +213,7 @@ QString Tavenor::entryFolder()
 
 void Tavenor::newRecord()
 {
+    finishTyping();
     FieldPairs pairs;
     for (inputDataForm *const editor : qAsConst(inputWidgets)) {
         pairs.append({editor->columnName(), editor->valueText()});
@@ -254,7 +260,7 @@ bool Tavenor::refuseEmptyField(const FieldPairs &pairs)
 bool Tavenor::saveChanges(const FieldPairs &pairs)
 {
     // Only what was changed is written; everything else keeps its bytes.
-    FieldPairs changes{pairs.first()};
+    FieldPairs changes = pairs.mid(0, 1);
     bool folderTyped = false;
     for (int i = 1; i < pairs.size(); ++i) {
         if (inputWidgets.at(i)->isTouched()) {
@@ -280,8 +286,20 @@ void Tavenor::setTyped(bool on)
     updateCommands();
 }
 
+void Tavenor::finishTyping()
+{
+    QWidget *const editor = focusWidget();
+    if (editor != nullptr && ui->inputContents->isAncestorOf(editor)) {
+        // Half a date becomes one when its editor loses the focus, which neither a shortcut key
+        // nor the window's close button takes away.
+        editor->clearFocus();
+        editor->setFocus();
+    }
+}
+
 bool Tavenor::mayDiscardTyped()
 {
+    finishTyping();
     return !typed || confirm(QStringLiteral("Chiudere senza salvare le modifiche?"));
 }
 

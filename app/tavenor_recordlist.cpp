@@ -179,10 +179,15 @@ void Tavenor::changeToUsersPage()
     if (currentTable.isEmpty()) {
         // Deliberate: without a current table it is the third of the list, hidden or not.
         currentTable = tableAt(2);
+        if (!currentTable.isEmpty()) {
+            showTableHead(currentTable);
+            markCurrentTable();
+        }
     }
     if (!currentTable.isEmpty()) {
         loadUserList(currentTable);
     }
-    setTyped(false);
     ui->stPages->setCurrentIndex(RecordsPage);
+    // Afterwards: an editor with the focus tells of its last change when its page goes.
+    setTyped(false);
 }

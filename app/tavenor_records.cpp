@@ -6,6 +6,7 @@
 #include "model/attachments.h"
 #include "model/markers.h"
 #include "model/names.h"
+#include "model/values.h"
 #include "ui_Tavenor.h"
 
 #include <algorithm>
@@ -87,7 +88,7 @@ QString Tavenor::userPathFor(const QString &table, const FieldPair &title) const
     }
     const Columns::Reference reference = Columns::reference(title.first);
     const QVariant text =
-        db->fieldValueById(reference.table, title.second.toInt(), reference.field);
+        db->fieldValueById(reference.table, Values::wholePart(title.second), reference.field);
     return Attachments::recordFolder(table, text.toString());
 }
 

@@ -8,6 +8,7 @@
 #include "app/buttontexts.h"
 #include "model/formats.h"
 #include "model/markers.h"
+#include "model/sqlnames.h"
 #include "model/values.h"
 #include "ui_Tavenor.h"
 #include "widgets/outputDataForm.h"
@@ -49,10 +50,8 @@ void Tavenor::vwRecord(int id)
         ui->userListWidget->setCurrentRow(row);
         return;
     }
-    if (listed >= 0) {
-        // What is shown is what editing and deleting work on, however it came to be shown.
-        currentId = id;
-    }
+    // What is shown is what editing and deleting work on, however it came to be shown.
+    currentId = id;
     buildRecordView(id, currentTable);
     if (row >= 0) {
         currentRow = row;
@@ -64,6 +63,7 @@ void Tavenor::vwRecord(int id)
 void Tavenor::showCurrentRecord()
 {
     if (listLines.isEmpty()) {
+        currentId = 0;
         clearRecordView();
     } else {
         vwRecord(currentId);
@@ -149,7 +149,8 @@ QVariant Tavenor::linkValueOf(int id, const QString &column, const QVariant &sto
     if (!db->tableExists(target)) {
         return QVariant();
     }
-    if (!readOnly) {
+    // A table of another program may have a name that no statement can write to.
+    if (!readOnly && SqlNames::canStandUnquoted(currentTable)) {
         updateRecordFields(id, {{Markers::IdColumn, QString::number(id)},
                                 {column, Values::quotesDoubled(target)}});
     }
@@ -169,7 +170,7 @@ void Tavenor::fillLink(outputDataForm *form, const QString &column, const QVaria
     }
     placeField(form, column, value);
     // This release cannot list the referring records yet.
-    form->findChild<QPushButton *>(QStringLiteral("pbLink"))->setEnabled(false);
+    form->setLinkButtonEnabled(false);
 }
 
 void Tavenor::placeField(outputDataForm *form, const QString &column, const QVariant &value)

@@ -23,7 +23,7 @@ void Tavenor::goToSubTableRequest(QString listName)
     if (!exists) {
         const QString label =
             stored.section(Formats::SubTable, 1, 1).section(Markers::SubTableUser, 0, 0).mid(1);
-        const QString subName = stored.section(Markers::SubTableUser, 1, 1);
+        const QString subName = stored.section(Markers::SubTableUser, 1);
         const QString parent =
             stored.section(Markers::HiddenTable, 1).section(Markers::SubTable, 0, 0);
         // Deliberate: the flag is always N here, whatever the field's own.

@@ -5,6 +5,7 @@
 
 #include "app/databasepath.h"
 #include "app/ownedwidgets.h"
+#include "app/tableicons.h"
 #include "model/attachments.h"
 #include "model/markers.h"
 #include "model/names.h"
@@ -13,8 +14,6 @@
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
-#include "widgets/icons.h"
-#include "widgets/imagescaling.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -25,8 +24,6 @@ namespace
 {
 
 const QSize HeadIconSize(100, 50);
-// Large enough for every place that shows an icon, at twice the resolution.
-const QSize LargestIcon(200, 100);
 
 } // namespace
 
@@ -48,6 +45,7 @@ void Tavenor::connectTables()
 
 void Tavenor::fillTableList()
 {
+    const TableIcons icons(databaseFolder);
     for (const QString &name : qAsConst(allTables)) {
         if (Names::isReservedTable(name) && !advancedMode) {
             continue;
@@ -55,11 +53,12 @@ void Tavenor::fillTableList()
         if (name.contains(Markers::HiddenTable) && !showHidden) {
             continue;
         }
-        addTableButton(name);
+        const QIcon icon = icons.icon(name);
+        addTableButton(name, icon);
         // Deliberate: the head shows the icon of the first table listed in the file, whichever
         // table is current.
         if (name == allTables.first()) {
-            ui->lbListIcon->setPixmap(tableIcon(name).pixmap(HeadIconSize));
+            ui->lbListIcon->setPixmap(icon.pixmap(HeadIconSize));
         }
     }
     markCurrentTable();
@@ -71,12 +70,12 @@ void Tavenor::rebuildTableList()
     fillTableList();
 }
 
-void Tavenor::addTableButton(const QString &table)
+void Tavenor::addTableButton(const QString &table, const QIcon &icon)
 {
     auto *const button = new ListButtonForm;
     listButtons.append(button);
     button->setTableName(table);
-    button->setIcon(tableIcon(table));
+    button->setIcon(icon);
     ui->listButtonLayout->addWidget(button);
     connect(button, &ListButtonForm::changeList, this, &Tavenor::changeTable);
 }
@@ -106,17 +105,7 @@ void Tavenor::markCurrentTable()
 
 QIcon Tavenor::tableIcon(const QString &table) const
 {
-    const QSqlRecord settings =
-        db->findRecord(Markers::SettingsTable, ReservedTables::Settings::TableName, table);
-    const QString path =
-        DataBase::recordValue(settings, ReservedTables::Settings::IconPath).toString();
-    if (path.isEmpty()) {
-        return Icons::shared(QStringLiteral(":generalIcon"));
-    }
-    if (!Attachments::isInside(databaseFolder, path)) {
-        return QIcon();
-    }
-    return QIcon(ImageScaling::preview(databaseFolder + path, LargestIcon));
+    return TableIcons(databaseFolder).icon(table);
 }
 
 void Tavenor::showTableHead(const QString &table)
@@ -131,12 +120,12 @@ void Tavenor::changeTable(QString table)
     currentTable = table;
     markCurrentTable();
     changeToUsersPage();
+    currentRow = 0;
     if (listLines.isEmpty()) {
-        clearRecordView();
+        showCurrentRecord();
         return;
     }
     currentId = recordOfRow(0);
-    currentRow = 0;
     selectRow(0);
     vwRecord(currentId);
 }
@@ -196,6 +185,7 @@ void Tavenor::showTableMenu(const QPoint &place)
 void Tavenor::rebuildFilterButtons()
 {
     retireWidgets(ui->filtersButtonLayout, filterButtons);
+    const TableIcons icons(databaseFolder);
     RowPass rows(Markers::FiltersTable,
                  {ReservedTables::Filters::Name, ReservedTables::Filters::TableName});
     while (rows.next()) {
@@ -207,7 +197,7 @@ void Tavenor::rebuildFilterButtons()
         auto *const button = new ListButtonForm;
         filterButtons.append(button);
         button->setSavedFilter(table, name);
-        button->setIcon(tableIcon(table));
+        button->setIcon(icons.icon(table));
         ui->filtersButtonLayout->addWidget(button);
     }
 }

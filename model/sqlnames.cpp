@@ -103,6 +103,24 @@ bool canStandUnquoted(const QString &name)
     return std::all_of(characters.begin(), characters.end(), isAllowed);
 }
 
+QString refusal(const QString &name)
+{
+    if (canStandUnquoted(name)) {
+        return QString();
+    }
+    const QByteArray utf8 = name.toUtf8();
+    if (reservedWords().contains(asWord(name))) {
+        return QString::asprintf("Il nome '%s' è una parola riservata.", utf8.constData());
+    }
+    const QVector<uint> characters = name.toUcs4();
+    if (std::all_of(characters.begin(), characters.end(), isAllowed) && !name.isEmpty()) {
+        return QString::asprintf("Il nome '%s' deve iniziare con una lettera.", utf8.constData());
+    }
+    return QString::asprintf(
+        "Il nome '%s' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.",
+        utf8.constData());
+}
+
 bool canBeRead(const QString &column)
 {
     return canStandUnquoted(column) && !wordsOfExpressions().contains(asWord(column));

@@ -14,6 +14,9 @@ namespace SqlNames
 /// reserves. Names beginning with "sqlite_" pass: they can be read, but no table can be made so.
 bool canStandUnquoted(const QString &name);
 
+/// Why `name` cannot stand in a statement, as people read it; empty when it can.
+QString refusal(const QString &name);
+
 /// True when also an unquoted "SELECT column" or "WHERE column" reads exactly this column. A
 /// few more words mean something else there: CURRENT_DATE gives today instead of the column.
 bool canBeRead(const QString &column);

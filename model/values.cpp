@@ -79,6 +79,12 @@ int wholePart(const QVariant &value)
     return fits ? static_cast<int>(whole) : 0;
 }
 
+int recordId(const QVariant &stored)
+{
+    const qint64 id = stored.toLongLong();
+    return id == int(id) ? int(id) : 0;
+}
+
 int percent(int done, int total)
 {
     if (total < 1) {

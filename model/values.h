@@ -45,6 +45,9 @@ double typedNumber(const QString &text, bool *ok);
 /// for a text that is none or does not fit.
 int wholePart(const QVariant &value);
 
+/// A record's stored Id; 0, which no record of ours has, for one that does not fit.
+int recordId(const QVariant &stored);
+
 /// The integer part of done / total x 100, cut, not rounded; 0 when total is below 1.
 int percent(int done, int total);
 

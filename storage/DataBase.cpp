@@ -96,17 +96,29 @@ void DataBase::setReadOnly(bool on)
 bool DataBase::openDatabase(const QString &path)
 {
     if (canBeOpened(path, readOnly)) {
-        closeConnection();
-        connection = QSqlDatabase::addDatabase(driverName());
-        connection.setHostName(QStringLiteral("127.0.0.1"));
-        connection.setDatabaseName(path);
-        connection.setConnectOptions(connectOptions(readOnly));
-        if (connection.open()) {
+        const QString previous = connection.databaseName();
+        const bool wasOpen = connection.isOpen();
+        if (connect(path)) {
             return true;
+        }
+        // The file has changed since it was tried.
+        if (wasOpen) {
+            connect(previous);
         }
     }
     report(QStringLiteral("ERRORE: Impossibile aprire il Db!"));
     return false;
+}
+
+/// Makes the file the one of the default connection.
+bool DataBase::connect(const QString &path)
+{
+    closeConnection();
+    connection = QSqlDatabase::addDatabase(driverName());
+    connection.setHostName(QStringLiteral("127.0.0.1"));
+    connection.setDatabaseName(path);
+    connection.setConnectOptions(connectOptions(readOnly));
+    return connection.open();
 }
 
 /// Takes the connection out of the toolkit's list too: a held or a second one of the same name

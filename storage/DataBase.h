@@ -139,6 +139,7 @@ private:
     bool change(const QString &refusal, const QString &statement, const Message &message,
                 int *changedRows);
     void report(const QString &text);
+    bool connect(const QString &path);
     void closeConnection();
     QSqlQuery rowById(const QString &table, int id) const;
     QStringList fieldNames(const QString &table, QString *error) const;

@@ -32,25 +32,13 @@ bool canBeNamed(const QStringList &columns)
     return std::all_of(columns.begin(), columns.end(), SqlNames::canBeRead);
 }
 
-/// Where the column stands in a row; -1 when it is not there. QSqlRecord::indexOf() would take
-/// a name with a dot in it for the names of a table and a column.
-int positionOf(const QString &column, const QSqlRecord &row)
-{
-    for (int position = 0; position < row.count(); ++position) {
-        if (row.fieldName(position).compare(column, Qt::CaseInsensitive) == 0) {
-            return position;
-        }
-    }
-    return -1;
-}
-
 /// Where `columns` stand in a row of all columns; empty when one of them is missing.
 QVector<int> positionsOf(const QStringList &columns, const QSqlRecord &row)
 {
     QVector<int> positions;
     positions.reserve(columns.size());
     for (const QString &column : columns) {
-        const int position = positionOf(column, row);
+        const int position = row.indexOf(column);
         if (position < 0) {
             return {};
         }

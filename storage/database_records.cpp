@@ -140,13 +140,7 @@ QSqlRecord DataBase::recordAt(const QString &table, int row) const
 
 QVariant DataBase::recordValue(const QSqlRecord &record, const QString &fieldName)
 {
-    // QSqlRecord::indexOf() would take a name with a dot in it for those of a table and a field.
-    for (int position = 0; position < record.count(); ++position) {
-        if (record.fieldName(position).compare(fieldName, Qt::CaseInsensitive) == 0) {
-            return record.value(position);
-        }
-    }
-    return QVariant();
+    return record.field(record.indexOf(fieldName)).value();
 }
 
 QSqlRecord DataBase::findRecord(const QString &table, const QString &fieldName,

@@ -29,13 +29,6 @@ QString tableToRead(const QString &table)
     return quotedUnless(SqlNames::canStandUnquoted(table), table);
 }
 
-QString forbiddenCharacters(const QString &name)
-{
-    return QString::asprintf("Il nome '%s' contiene caratteri non ammessi: usare solo lettere, "
-                             "cifre e '_'.",
-                             qUtf8Printable(name));
-}
-
 // Deliberate: a column is written as a number when its name holds one of these words
 // anywhere, in the label too.
 constexpr QLatin1String IntegerWord = Latin1::text("INTEGER");
@@ -84,7 +77,7 @@ namespace SqlText
 QString refusal(const QStringList &names)
 {
     const auto refused = std::find_if_not(names.begin(), names.end(), SqlNames::canStandUnquoted);
-    return refused == names.end() ? QString() : forbiddenCharacters(*refused);
+    return refused == names.end() ? QString() : SqlNames::refusal(*refused);
 }
 
 QString typeRefusal(const QString &type)
@@ -92,7 +85,10 @@ QString typeRefusal(const QString &type)
     const bool fits = std::all_of(type.begin(), type.end(), [](QChar character) {
         return character.unicode() < 0x80 && character.isLetter();
     });
-    return fits ? QString() : forbiddenCharacters(type);
+    return fits ? QString()
+                : QString::asprintf("Il nome '%s' contiene caratteri non ammessi: usare solo "
+                                    "lettere, cifre e '_'.",
+                                    qUtf8Printable(type));
 }
 
 QString valueRefusal(const FieldPair &pair)

@@ -4,6 +4,7 @@
 #include "tests/support/EntryPage.h"
 
 #include <QDialogButtonBox>
+#include <QPushButton>
 #include <QDir>
 #include <QImage>
 #include <QMimeData>
@@ -512,13 +513,13 @@ void EntryAttachments::failedCopyShowsNoBox()
     if (!obstacle.isEmpty()) {
         library.here.write(obstacle, "a file");
     }
-    const ModalResponder noBox;
     EntryPage::openNew(*library.window);
     EntryPage::enter(*library.window, Titolo, title);
     attachPicture(*library.window, Foto, library.picture());
     attachPdf(*library.window, Scheda, library.pdf());
     QVERIFY(isMarkedMissing(*library.window, Foto));
     QVERIFY(isMarkedMissing(*library.window, Scheda));
+    const ModalResponder noBox;
     EntryPage::save(*library.window);
     QVERIFY(!EntryPage::isOpen(*library.window));
     QCOMPARE(
@@ -550,10 +551,10 @@ void EntryAttachments::folderOutsideIsNotWritten()
     const Library library(Books + QStringList{QStringLiteral(
                                       "UPDATE libri SET NLONGSTRINGFORMAT_UserPath = '../fuori'")});
     const QStringList before = library.rows(QStringLiteral("libri"));
-    const ModalResponder noBox;
     EntryPage::openEdit(*library.window);
     attachPicture(*library.window, Foto, library.picture());
     attachPdf(*library.window, Scheda, library.pdf());
+    const ModalResponder noBox;
     EntryPage::save(*library.window);
     QCOMPARE(library.rows(QStringLiteral("libri")), before);
     QVERIFY(!library.here.exists(QStringLiteral("../fuori")));

@@ -241,20 +241,20 @@ void EntryValues::labelsInColumnOrder()
 
 void EntryValues::generatedRecordsKeepTheirBytes_data()
 {
-    QTest::addColumn<quint32>("seed");
-    for (const quint32 seed : {20240229U, 1U, 424242U}) {
-        QTest::addRow("records of throw %u", seed) << seed;
+    QTest::addColumn<quint32>("start");
+    for (const quint32 start : {20240229U, 1U, 424242U}) {
+        QTest::addRow("records of throw %u", start) << start;
     }
 }
 
 void EntryValues::generatedRecordsKeepTheirBytes()
 {
-    QFETCH(quint32, seed);
+    QFETCH(quint32, start);
     constexpr int Records = 70;
     constexpr int Savings = 3;
     const Started program(Library);
     program.here.write(QStringLiteral("l'été; %s.pdf"), "%PDF-1.4");
-    QRandomGenerator dice(seed);
+    QRandomGenerator dice(start);
     QStringList expected;
     for (int number = 1; number <= Records; ++number) {
         EntryPage::openNew(*program.window);

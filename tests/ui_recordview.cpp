@@ -127,6 +127,8 @@ private slots:
     void stepping();
     void steppingIsLimitedByTheEntries();
     void steppingMeetsUntitledLine();
+    void untitledRecordsAndTheEntries_data();
+    void untitledRecordsAndTheEntries();
     void steppingInEmptyTable();
     void unknownIdShowsFirstRow();
     void unknownIdWithoutSelection();
@@ -650,6 +652,35 @@ void RecordView::steppingMeetsUntitledLine()
     QCOMPARE(Window::shownText(window, QStringLiteral("Titolo")), QStringLiteral("#"));
 }
 
+void RecordView::untitledRecordsAndTheEntries_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QString>("untitled");
+    QTest::addColumn<QString>("last");
+    QTest::newRow("without a title there is no entry")
+        << QStringLiteral("RSTRINGFORMAT_Nome text") << QStringLiteral("''")
+        << QStringLiteral("12");
+    QTest::newRow("a reference to nothing keeps an entry")
+        << QStringLiteral("Xautori_XDTX_RINTEGERFORMAT_Id Integer") << QStringLiteral("99")
+        << QStringLiteral("13");
+}
+
+void RecordView::untitledRecordsAndTheEntries()
+{
+    QFETCH(QString, column);
+    QFETCH(QString, untitled);
+    QFETCH(QString, last);
+    const Workspace here;
+    here.sql(Books, booksWith({column}, QStringLiteral("1,12),(2,13),(3,%1").arg(untitled)));
+    here.remember(Books);
+    const Tavenor window;
+    QCOMPARE(Window::lines(window),
+             (QStringList{QStringLiteral("----"), QStringLiteral("12"), QStringLiteral("13")}));
+    Window::selectLine(window, 1);
+    Window::click(window, "pbNext");
+    QCOMPARE(Window::heading(window), last);
+}
+
 void RecordView::steppingInEmptyTable()
 {
     const Workspace here;
@@ -1101,6 +1132,7 @@ void RecordView::texts()
         {"pbEditUser", "Modifica", "Modifica Record"},
         {"pbHideList", "Mostra Lista", "Mostra la Lista"},
     };
+    QVERIFY(Window::get<QPushButton>(window, "pbReturn")->isHidden());
     for (const auto &row : expected) {
         const auto *const button = Window::get<QPushButton>(window, row.name);
         QCOMPARE(button->text(), QString::fromUtf8(row.text));

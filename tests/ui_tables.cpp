@@ -122,6 +122,7 @@ private slots:
     void iconDialog();
     void iconRowIsCreatedThenUpdated();
     void sameImageForTwoTables();
+    void newIconShowsInTheHead();
     void existingIconIsNotOverwritten();
     void cancelledIconDialog();
     void failedCopyIsRecorded();
@@ -392,6 +393,23 @@ void Tables::sameImageForTwoTables()
     // The head shows the current table's icon, not that of the list's first entry.
     QCOMPARE(colourOf(Window::tableHeadIcon(window)), QColor(Qt::red));
     QCOMPARE(Window::markedTables(window), QStringList{QStringLiteral("autori")});
+}
+
+void Tables::newIconShowsInTheHead()
+{
+    const Workspace here;
+    here.sql(Books, {Libri, Autori, Settings,
+                     iconRow(QStringLiteral("libri"), QStringLiteral("DB_DATA/red.png"))});
+    makePicture(here, QStringLiteral("DB_DATA/red.png"), Qt::red);
+    makePicture(here, QStringLiteral("choice/blue.png"), Qt::blue);
+    here.remember(Books);
+    Tavenor window;
+    Window::pressTable(window, QStringLiteral("autori"));
+    ModalResponder responder;
+    responder.chooseFile(here.path(QStringLiteral("choice/blue.png")));
+    chooseIcon(window);
+    // The rebuilt list put the icon of its first entry there for a moment.
+    QCOMPARE(colourOf(Window::tableHeadIcon(window)), QColor(Qt::blue));
 }
 
 void Tables::existingIconIsNotOverwritten()

@@ -59,8 +59,8 @@ private slots:
     void aPdfFieldTakesNoPicture();
     void pastesNothingElse();
     void asksForTheFolderWhenAFileComes();
-    void refusesSourcesThatAreNoFiles_data();
-    void refusesSourcesThatAreNoFiles();
+    void marksSourcesThatAreNoFiles_data();
+    void marksSourcesThatAreNoFiles();
     void marksMissingFiles_data();
     void marksMissingFiles();
     void showsAThumbnail();
@@ -577,7 +577,7 @@ void TestAttachments::asksForTheFolderWhenAFileComes()
     QCOMPARE(form.valueText(), Folder + QStringLiteral("/immagine.png"));
 }
 
-void TestAttachments::refusesSourcesThatAreNoFiles_data()
+void TestAttachments::marksSourcesThatAreNoFiles_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::newRow("a folder") << QStringLiteral("folder");
@@ -585,7 +585,7 @@ void TestAttachments::refusesSourcesThatAreNoFiles_data()
     QTest::newRow("nothing") << QStringLiteral("nothing");
 }
 
-void TestAttachments::refusesSourcesThatAreNoFiles()
+void TestAttachments::marksSourcesThatAreNoFiles()
 {
     QFETCH(QString, kind);
     const QString source = outside(QStringLiteral("a.png"));
@@ -601,11 +601,12 @@ void TestAttachments::refusesSourcesThatAreNoFiles()
     data.setUrls({QUrl::fromLocalFile(source)});
     const ModalResponder responder; // a box would fail the test
     drop(&form, data);
-    QCOMPARE(form.valueText(), QStringLiteral("TABLES_DOC/x/old.png"));
-    QCOMPARE(shownPath(form), QStringLiteral("TABLES_DOC/x/old.png"));
-    QVERIFY(!form.isTouched());
-    QCOMPARE(touched.size(), 0);
-    QVERIFY(!QFileInfo::exists(base() + Folder));
+    QCOMPARE(form.valueText(), Folder + QStringLiteral("/a.png"));
+    QCOMPARE(shownPath(form), Folder + QStringLiteral("/a.png"));
+    QVERIFY(!form.findChild<QWidget *>(QStringLiteral("lbMissing"))->isHidden());
+    QVERIFY(form.isTouched());
+    QCOMPARE(touched.size(), 1);
+    QVERIFY(!QFileInfo::exists(base() + Folder + QStringLiteral("/a.png")));
 }
 
 void TestAttachments::marksMissingFiles_data()

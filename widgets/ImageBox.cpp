@@ -10,6 +10,7 @@
 #include "widgets/icons.h"
 #include "widgets/imagescaling.h"
 
+#include <QDir>
 #include <QFileDialog>
 
 namespace
@@ -68,6 +69,9 @@ void ImageBox::accepted()
     }
     if (!fileName.isEmpty() && subFolder.isEmpty() && subFolderSource) {
         subFolder = subFolderSource();
+    }
+    if (!subFolder.isEmpty() && Attachments::isInside(basePath, subFolder)) {
+        QDir().mkdir(basePath + subFolder);
     }
     // Deliberate: a choice made when the dialog was open before counts again.
     const QString stored = AttachFile::copyIn(basePath, subFolder, fileName);

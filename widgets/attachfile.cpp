@@ -53,12 +53,13 @@ QString copyIn(const QString &base, const QString &folder, const QString &source
 {
     const QString name = Attachments::fileName(source);
     QString path = storedPath(folder, name);
-    const bool isOtherThanFile = QFileInfo::exists(source) && !isRegularFile(source);
-    if (name.isEmpty() || isOtherThanFile || !Attachments::mayBeOpened(base, path)) {
+    if (name.isEmpty() || !Attachments::mayBeOpened(base, path)) {
         return {};
     }
     QDir().mkdir(base + folder);
-    QFile::copy(source, base + path);
+    if (isRegularFile(source)) {
+        QFile::copy(source, base + path);
+    }
     return path;
 }
 

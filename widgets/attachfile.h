@@ -20,8 +20,8 @@ bool isRegularFile(const QString &path);
 
 /// Makes the record's folder (its last level only) and copies the file `source` there under its
 /// own name; a file that is there already stays and is used. The result is the path to store,
-/// also when the copying fails. Empty, and nothing is written, when the source is there but no
-/// regular file, or when the path would leave the database's folder or name a program.
+/// also when there is nothing to copy or the copying fails. Empty, and nothing is written, when
+/// the path would leave the database's folder or name a program.
 QString copyIn(const QString &base, const QString &folder, const QString &source);
 
 /// Saves `picture` as a PNG file under a name that is free in the record's folder, which it

@@ -99,10 +99,11 @@ void inputDataForm::setNewImage(QString fileName)
     }
 }
 
-/// Attaches the file `source` of the person's choice; what is no regular file is ignored.
+/// Attaches the file `source` of the person's choice. One that cannot be copied is attached all
+/// the same; the field's mark tells that the file is not there.
 void inputDataForm::attach(const QString &source)
 {
-    if (!AttachFile::isRegularFile(source)) {
+    if (Attachments::fileName(source).isEmpty()) {
         return;
     }
     const QString path = AttachFile::copyIn(basePath, recordFolder(), source);
