@@ -13,6 +13,8 @@ class TestSqlNames : public QObject
     Q_OBJECT
 
 private slots:
+    void refusalNamesTheReason_data();
+    void refusalNamesTheReason();
     void init();
     void cleanup();
     void canStandUnquoted_data();
@@ -257,6 +259,32 @@ void TestSqlNames::everySafeTextCanBeTurnedBack()
     }
     // Full-width letters and digits were typed by somebody and are not touched.
     QCOMPARE(SqlNames::madePlain(QStringLiteral("Ａ１")), QStringLiteral("Ａ１"));
+}
+
+void TestSqlNames::refusalNamesTheReason_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reason");
+    const QString characters = QStringLiteral(
+        "Il nome '%1' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.");
+    const QString letter = QStringLiteral("Il nome '%1' deve iniziare con una lettera.");
+    const QString word = QStringLiteral("Il nome '%1' è una parola riservata.");
+    QTest::newRow("a good name has none") << QStringLiteral("libri") << QString();
+    QTest::newRow("blank") << QStringLiteral("i libri") << characters;
+    QTest::newRow("quote") << QStringLiteral("l'arte") << characters;
+    QTest::newRow("nothing") << QString() << characters;
+    QTest::newRow("digit and sign") << QStringLiteral("1,2") << characters;
+    QTest::newRow("leading digit") << QStringLiteral("1abc") << letter;
+    QTest::newRow("leading dollar") << QStringLiteral("$abc") << letter;
+    QTest::newRow("word") << QStringLiteral("order") << word;
+    QTest::newRow("word in capitals") << QStringLiteral("TABLE") << word;
+}
+
+void TestSqlNames::refusalNamesTheReason()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, reason);
+    QCOMPARE(SqlNames::refusal(name), reason.isEmpty() ? QString() : reason.arg(name));
 }
 
 QTEST_GUILESS_MAIN(TestSqlNames)

@@ -13,6 +13,7 @@ class TestValues : public QObject
     Q_OBJECT
 
 private slots:
+    void recordIdsThatFit();
     void initTestCase();
     void moneyText_data();
     void moneyText();
@@ -257,6 +258,17 @@ void TestValues::quotesDoubled()
 {
     QFETCH(QString, text);
     QTEST(Values::quotesDoubled(text), "expected");
+}
+
+void TestValues::recordIdsThatFit()
+{
+    QCOMPARE(Values::recordId(QVariant(7LL)), 7);
+    QCOMPARE(Values::recordId(QVariant(2147483647LL)), 2147483647);
+    QCOMPARE(Values::recordId(QVariant(-3LL)), -3);
+    // Cut to 32 bits it would be another record's Id.
+    QCOMPARE(Values::recordId(QVariant(4294967297LL)), 0);
+    QCOMPARE(Values::recordId(QVariant(QStringLiteral("x"))), 0);
+    QCOMPARE(Values::recordId(QVariant()), 0);
 }
 
 QTEST_GUILESS_MAIN(TestValues)

@@ -140,6 +140,7 @@ private slots:
     void detailTableIsCreated();
     void detailTableIsOpened();
     void newestDetailRecordIsTheCurrentOne();
+    void newestDetailRecordWithoutATitle();
     void detailColumnsAreFoundByContainment();
     void detailOfHiddenTable();
     void detailWithoutConfiguration();
@@ -902,6 +903,29 @@ void RecordView::newestDetailRecordIsTheCurrentOne()
     Window::click(window, "pbDeleteUser");
     QCOMPARE(here.column(Books, QStringLiteral("SELECT RSTRINGFORMAT_Chi FROM ") + LoansOfZeno),
              (QStringList{QStringLiteral("Ida"), QStringLiteral("Ugo")}));
+}
+
+void RecordView::newestDetailRecordWithoutATitle()
+{
+    // It has no line of its own in the list, and is still the one that the buttons work on.
+    const Workspace here;
+    here.sql(Books,
+             booksWithLoans() +
+                 QStringList{createTable(LoansOfZeno, {QStringLiteral("RSTRINGFORMAT_Titolo text"),
+                                                       QStringLiteral("RSTRINGFORMAT_Chi text")}),
+                             QStringLiteral("INSERT INTO %1 VALUES (1,'a','Ida'),(2,'','Ugo')")
+                                 .arg(LoansOfZeno)});
+    here.remember(Books);
+    const Tavenor window;
+    Window::click(window, "pbSort");
+    Window::selectLine(window, 0);
+    press(window, QStringLiteral("Prestiti"), "pbSubTable");
+    QCOMPARE(Window::shownText(window, QStringLiteral("Chi")), QStringLiteral("Ugo"));
+    ModalResponder responder;
+    responder.answer(QMessageBox::Yes);
+    Window::click(window, "pbDeleteUser");
+    QCOMPARE(here.column(Books, QStringLiteral("SELECT RSTRINGFORMAT_Chi FROM ") + LoansOfZeno),
+             QStringList{QStringLiteral("Ida")});
 }
 
 void RecordView::detailColumnsAreFoundByContainment()

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPushButton>
+#include <QStackedWidget>
 
 namespace
 {
@@ -61,6 +62,7 @@ private slots:
     void relativePathsKeepFoldersHere();
     void cancelledDialogsChangeNothing();
     void openReplacesDatabase();
+    void openLeavesTheEntryPage();
     void newCreatesDatabase();
     void openCreatesMissingFile();
     void unusableFiles_data();
@@ -382,6 +384,24 @@ void StartUp::openReplacesDatabase()
     QCOMPARE(Window::shownText(window, QStringLiteral("Nome")), QStringLiteral("Lira"));
     QCOMPARE(here.read(QStringLiteral("lastDb.dat")), here.path(Coins).toUtf8());
     QCOMPARE(window.windowTitle(), QStringLiteral("DB Administration Tool"));
+}
+
+void StartUp::openLeavesTheEntryPage()
+{
+    // A form for a record of the old database must not save into the new one.
+    const Workspace here;
+    here.sql(Books, BooksTables);
+    here.remember(Books);
+    const Tavenor window;
+    Window::click(window, "pbNewUser");
+    const auto *const pages = Window::get<QStackedWidget>(window, "stPages");
+    QCOMPARE(pages->currentIndex(), 3);
+    ModalResponder responder;
+    responder.chooseFile(here.path(QStringLiteral("new.db")));
+    here.write(QStringLiteral("new.db"), "");
+    Window::action(window, "actionOpen_Db")->trigger();
+    QCOMPARE(pages->currentIndex(), 2);
+    QCOMPARE(window.findChild<QLayout *>(QStringLiteral("inputDataLayout"))->count(), 0);
 }
 
 void StartUp::newCreatesDatabase()
