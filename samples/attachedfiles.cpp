@@ -9,9 +9,12 @@
 #include "samples/sampledata.h"
 #include "samples/sheets.h"
 #include "samples/tableplan.h"
+#include "widgets/attachfile.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <functional>
 
@@ -23,17 +26,24 @@ QString notWritten(const QString &path)
     return QStringLiteral("Impossibile scrivere %1").arg(path);
 }
 
-/// Calls `write` with the path of the file of each row of `list`.
+/// Makes the file of each row of `list` with `write` and attaches it to its book in the way in
+/// which the entry page does.
 QString writeForBooks(const QString &folder, const TabFile &list,
                       const std::function<bool(int row, const QString &path)> &write)
 {
+    const QTemporaryDir made;
+    const QString base = folder + QLatin1Char('/');
+    QDir().mkdir(base + Markers::AttachmentsFolder);
     for (int row = 0; row < list.rowCount(); ++row) {
         const QString title = list.value(row, QStringLiteral("Titolo"));
-        const QString place =
-            folder + QLatin1Char('/') + Attachments::recordFolder(TablePlans::Books, title);
-        const QString path = place + QLatin1Char('/') + list.value(row, QStringLiteral("File"));
-        if (!QDir().mkpath(place) || !write(row, path)) {
+        const QString path = made.filePath(list.value(row, QStringLiteral("File")));
+        if (!write(row, path)) {
             return notWritten(path);
+        }
+        const QString record = Attachments::recordFolder(TablePlans::Books, title);
+        const QString stored = AttachFile::copyIn(base, record, path);
+        if (!QFileInfo::exists(base + stored) || stored.isEmpty()) {
+            return notWritten(base + stored);
         }
     }
     return {};
