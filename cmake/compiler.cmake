@@ -12,7 +12,9 @@ endif()
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+    # Without the sloppiness it would cache nothing that uses a precompiled header.
+    set(CMAKE_CXX_COMPILER_LAUNCHER env "CCACHE_SLOPPINESS=pch_defines,time_macros"
+        "${CCACHE_PROGRAM}")
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic)
@@ -33,4 +35,22 @@ function(tavenor_library name)
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}")
     target_link_libraries(${name} PUBLIC ${ARGN})
+endfunction()
+
+# tavenor_precompile(NAME HEADERS...): parses the toolkit's headers once for the whole target.
+# Only where many files are built for tests: the release build proves that every file includes
+# what it uses.
+function(tavenor_precompile name)
+    if(TAVENOR_PCH)
+        target_precompile_headers(${name} PRIVATE ${ARGN})
+        target_compile_options(${name} PRIVATE -fpch-preprocess)
+    endif()
+endfunction()
+
+# tavenor_precompile_as(NAME OTHER): the same with the headers that OTHER has parsed.
+function(tavenor_precompile_as name other)
+    if(TAVENOR_PCH)
+        target_precompile_headers(${name} REUSE_FROM ${other})
+        target_compile_options(${name} PRIVATE -fpch-preprocess)
+    endif()
 endfunction()

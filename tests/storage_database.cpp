@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 // Tests of the look-ups in records, of tables and of their columns.
 #include "storage/DataBase.h"
+
+#include "model/sqlnames.h"
 #include "tests/support/ModalResponder.h"
 #include "tests/support/Sql.h"
 #include "tests/support/Workspace.h"
@@ -520,11 +522,12 @@ void TestDataBase::createTableRefuses()
     ModalResponder responder;
     responder.answer(QMessageBox::Ok);
     QVERIFY(!db->createTable(table, columns));
-    QCOMPARE(responder.takeTexts(),
-             QStringList(text("ERRORE: Impossibile creare la tabella ") + table +
-                         text("!\nIl nome '") + bad +
-                         text("' contiene caratteri non ammessi: usare solo lettere, cifre e "
-                              "'_'.")));
+    const QString reason = bad == text("text,c")
+                               ? text("Il nome 'text,c' contiene caratteri non ammessi: usare solo "
+                                      "lettere, cifre e '_'.")
+                               : SqlNames::refusal(bad);
+    QCOMPARE(responder.takeTexts(), QStringList(text("ERRORE: Impossibile creare la tabella ") +
+                                                table + text("!\n") + reason));
     QCOMPARE(Sql::schema().size(), 1);
 }
 
@@ -620,10 +623,7 @@ void TestDataBase::dropTableFails_data()
         << text("vista") << text("use DROP VIEW to delete view vista Unable to execute statement");
     for (const char *name :
          {"le cose", "libri--", "main.libri", "libri;libri", "\"libri\"", "order"}) {
-        QTest::newRow(name) << text(name)
-                            << text("Il nome '") + text(name) +
-                                   text("' contiene caratteri non ammessi: usare solo lettere, "
-                                        "cifre e '_'.");
+        QTest::newRow(name) << text(name) << SqlNames::refusal(text(name));
     }
 }
 

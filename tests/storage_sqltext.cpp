@@ -3,6 +3,8 @@
 // Tests of the text of every statement.
 #include "storage/sqltext.h"
 
+#include "model/sqlnames.h"
+
 #include <QtTest>
 
 namespace
@@ -283,12 +285,7 @@ void TestSqlText::refusal()
 {
     QFETCH(QStringList, names);
     QFETCH(QString, refused);
-    const QString expected = refused.isNull()
-                                 ? QString()
-                                 : text("Il nome '") + refused +
-                                       text("' contiene caratteri non ammessi: usare solo lettere, "
-                                            "cifre e '_'.");
-    QCOMPARE(SqlText::refusal(names), expected);
+    QCOMPARE(SqlText::refusal(names), refused.isNull() ? QString() : SqlNames::refusal(refused));
 }
 
 void TestSqlText::typeRefusal_data()

@@ -42,7 +42,6 @@ const QStringList Library = {
                    "RSTRINGFORMAT_Nome text)"),
     QStringLiteral("CREATE TABLE luoghi (RINTEGERFORMAT_Id integer primary key,"
                    "RSTRINGFORMAT_Nome text,NINTEGERFORMAT_Luogo text)"),
-    // In another order than that of their Ids and their names, which the lists keep.
     QStringLiteral("INSERT INTO autori VALUES (2,'Svevo, Italo'),(9,'Calvino'),(12,'D''Annunzio'),"
                    "(30,'')"),
     QStringLiteral("INSERT INTO luoghi VALUES (1,'Trieste','34100'),(5,'Sanremo','18038')"),

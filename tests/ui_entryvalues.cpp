@@ -8,6 +8,7 @@ namespace
 
 const QString Titolo = QStringLiteral("Titolo");
 const QString Autore = QStringLiteral("autori");
+
 // A table with one column of the format, and one that a reference or a link can lead to.
 QStringList oneColumn(const QString &column)
 {

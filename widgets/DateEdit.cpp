@@ -94,6 +94,13 @@ void DateEdit::mousePressEvent(QMouseEvent *event)
     }
 }
 
+bool DateEdit::focusNextPrevChild(bool next)
+{
+    // The Tab key walks through day, month and year, and would stay for ever in a blank editor,
+    // which shows none of them.
+    return isBlank() ? QWidget::focusNextPrevChild(next) : QDateEdit::focusNextPrevChild(next);
+}
+
 bool DateEdit::isWholeDateSelected() const
 {
     return lineEdit()->hasSelectedText() && lineEdit()->selectedText() == lineEdit()->text();
