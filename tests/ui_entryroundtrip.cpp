@@ -199,7 +199,7 @@ void EntryRoundTrip::generatedRecordsKeepTheirBytes_data()
 void EntryRoundTrip::generatedRecordsKeepTheirBytes()
 {
     QFETCH(quint32, start);
-    constexpr int Records = 70;
+    constexpr int Records = 35;
     constexpr int Savings = 3;
     const Started program(Library);
     program.here.write(QStringLiteral("l'été; %s.pdf"), "%PDF-1.4");
