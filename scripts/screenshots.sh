@@ -212,9 +212,18 @@ entry() {
     start
     key F2
     shot change
+    # The button beside the picture's path.
+    click 849 626
+    shot image-dialog
+    key Escape
+    settle
     key Escape
     settle
     key ctrl+n
+    settle
+    key ctrl+s
+    shot refused
+    key Return
     settle
     write 'Il sentiero dei nidi di ragno'
     shot new
@@ -254,6 +263,13 @@ modes() {
     stop
 }
 
+first_start() {
+    mv "$collection/lastDb.dat" "$scratch/remembered"
+    start first-start
+    stop
+    mv "$scratch/remembered" "$collection/lastDb.dat"
+}
+
 read_arguments "$@"
 trap end_all EXIT
 trap 'exit 1' INT TERM HUP
@@ -263,4 +279,5 @@ start_desktop
 browsing
 entry
 dialogs
+first_start
 modes
