@@ -25,15 +25,14 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
         step(done);
         const int id = Values::recordId(rows.value(0));
         const QString text = isReference ? titles.text(rows.value(1)) : rows.value(1).toString();
-        const QString line = RecordLines::listLine(text);
-        // A record without a title has a line that opens nothing. Deliberate: where the title
-        // is a reference, the empty text keeps its entry, which no line leads to.
-        const bool titled = !text.isEmpty();
-        if (titled || isReference) {
-            content.map.insert(titled ? line : QString(), id);
-        }
-        content.lines.append(line);
+        content.lines.append(RecordLines::listLine(text));
         content.ids.append(id);
+        content.titled.append(!text.isEmpty());
+        // Deliberate: where the title is a reference, the empty text has an entry, which no line
+        // leads to.
+        if (text.isEmpty() && isReference) {
+            content.map.insert(QString(), id);
+        }
     }
     return content;
 }
@@ -43,12 +42,26 @@ void RecordListContent::sort()
     const QVector<int> order = RecordLines::alphabeticalOrder(lines);
     QStringList sortedLines;
     QVector<int> sortedIds;
+    QVector<bool> sortedTitled;
     sortedLines.reserve(order.size());
     sortedIds.reserve(order.size());
+    sortedTitled.reserve(order.size());
     for (const int row : order) {
         sortedLines.append(lines.at(row));
         sortedIds.append(ids.at(row));
+        sortedTitled.append(titled.at(row));
     }
     lines.swap(sortedLines);
     ids.swap(sortedIds);
+    titled.swap(sortedTitled);
+}
+
+void RecordListContent::index()
+{
+    for (int row = 0; row < lines.size(); ++row) {
+        // A record without a title has a line that opens nothing.
+        if (titled.at(row)) {
+            map.insert(map.constEnd(), lines.at(row), ids.at(row));
+        }
+    }
 }

@@ -14,6 +14,7 @@
 struct RecordListContent {
     QStringList lines;      ///< one line per record
     QVector<int> ids;       ///< the Id of each line's record
+    QVector<bool> titled;   ///< whether each line is the record's title
     QMap<QString, int> map; ///< line text -> Id; of equal lines the last one's Id
 
     /// Reads the lines of `table`, whose columns are `columns`, in table order: one pass over
@@ -22,6 +23,10 @@ struct RecordListContent {
     static RecordListContent read(const QString &table, const QStringList &columns,
                                   const std::function<void(int)> &step);
 
-    /// Puts the lines in alphabetical order.
+    /// Puts the lines in alphabetical order, equal ones in table order.
     void sort();
+
+    /// Fills the map. Lines in their order are met near their neighbours, which at 100,000
+    /// records costs a third of entering them in the order of the table: so sort first.
+    void index();
 };

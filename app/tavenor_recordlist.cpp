@@ -60,6 +60,7 @@ void Tavenor::loadUserList(const QString &table)
     if (ui->pbSort->isChecked()) {
         content.sort();
     }
+    content.index();
     listIdMap = content.map;
     listLines = content.lines;
     lineIds = content.ids;
