@@ -152,7 +152,6 @@ private:
     /// the built-in one when none is recorded.
     QIcon tableIcon(const QString &table) const;
     void showTableHead(const QString &table);
-    void clearTableHead();
     void showTableMenu(const QPoint &place);
     void rebuildFilterButtons();
 
