@@ -135,6 +135,7 @@ private:
     void makeSecondDoor();
     void makeModeMarks();
     void updateCommands();
+    void updateSecondDoor();
 
     // Table list
     void setTableTexts();
@@ -142,6 +143,12 @@ private:
     void fillTableList();
     void rebuildTableList();
     void addTableButton(const QString &table, const QIcon &icon);
+    /// Takes a table that was just made into the list of all, and gives it a button if `listed`.
+    void addToTableList(const QString &table, bool listed);
+    /// The row of "settings" that gives a new table its icon.
+    FieldPairs settingsRow(const QString &table, const QString &iconPath) const;
+    /// True when there is a current table; says that there is none otherwise.
+    bool hasCurrentTable();
     /// The first table that is neither reserved nor hidden; empty when there is none.
     QString firstOrdinaryTable() const;
     /// The name at this place of the table list, empty beyond its end. Where it is a reserved

@@ -115,6 +115,13 @@ QList<QWidget *> laterButtons(const Ui::Tavenor &form)
     return {form.pbCalc, form.pbFilter, form.pbFiltersPage};
 }
 
+// The commands that the modes hide everywhere else.
+QList<QAction *> doorTwins(const Ui::Tavenor &form)
+{
+    return {form.actionTable, form.actionAdd_Field, form.actionTech_Mod,
+            form.actionExport_All_Tables_Structures, form.actionExport_Selected_Tables_Structure};
+}
+
 // What would leave or rebuild the entry page.
 QList<QAction *> leavingActions(const Ui::Tavenor &form)
 {
@@ -173,9 +180,7 @@ void Tavenor::makeSecondDoor()
     // The two modes hide these commands everywhere else, so they get entries of their own.
     QAction *const separator = ui->menuOptions->insertSeparator(ui->actionTool);
     secondDoor.append(separator);
-    for (QAction *const twin :
-         {ui->actionTable, ui->actionAdd_Field, ui->actionTech_Mod,
-          ui->actionExport_All_Tables_Structures, ui->actionExport_Selected_Tables_Structure}) {
+    for (QAction *const twin : doorTwins(*ui)) {
         auto *const entry = new QAction(twin->icon(), twin->text(), this);
         entry->setToolTip(twin->toolTip());
         entry->setCheckable(twin->isCheckable());
@@ -214,6 +219,20 @@ void Tavenor::makeModeMarks()
     readOnlyMark = addMark(QStringLiteral("READONLY"));
 }
 
+void Tavenor::updateSecondDoor()
+{
+    const bool open = !readOnly && !typed && db && db->isOpen();
+    const QList<QAction *> later = laterActions(*ui);
+    for (QAction *const entry : qAsConst(secondDoor)) {
+        entry->setVisible(administratorMode);
+        entry->setEnabled(open);
+    }
+    for (int i = 0; i < doorTwins(*ui).size(); ++i) {
+        const bool built = !later.contains(doorTwins(*ui).at(i));
+        secondDoor.at(i + 1)->setEnabled(open && built);
+    }
+}
+
 void Tavenor::updateCommands()
 {
     for (QAction *const action : writingActions(*ui)) {
@@ -235,10 +254,7 @@ void Tavenor::updateCommands()
     for (QWidget *const button : laterButtons(*ui)) {
         button->setEnabled(false);
     }
-    for (QAction *const entry : qAsConst(secondDoor)) {
-        entry->setVisible(administratorMode);
-        entry->setEnabled(entry == techModDoor && !readOnly && !typed && db && db->isOpen());
-    }
+    updateSecondDoor();
     techModDoor->setChecked(ui->actionTech_Mod->isChecked());
     administratorMark->setVisible(administratorMode);
     advancedMark->setVisible(advancedMode);

@@ -24,8 +24,6 @@
 namespace
 {
 
-const QString NoTable = QStringLiteral("Nessuna Tabella Caricata!");
-
 // One line per record of a referenced table: its Id and what stands in its second column.
 QVector<QPair<int, QString>> referenceChoices(const QString &table, const QStringList &columns)
 {
@@ -80,8 +78,7 @@ void Tavenor::connectRecordEntry()
 
 void Tavenor::changeToNewUserPage()
 {
-    if (currentTable.isEmpty()) {
-        warn(NoTable);
+    if (!hasCurrentTable()) {
         return;
     }
     editing = false;
@@ -92,8 +89,7 @@ void Tavenor::changeToNewUserPage()
 
 void Tavenor::updateUser()
 {
-    if (currentTable.isEmpty()) {
-        warn(NoTable);
+    if (!hasCurrentTable()) {
         return;
     }
     editing = true;
@@ -318,8 +314,7 @@ void Tavenor::escapeEntry()
 
 void Tavenor::deleteUser()
 {
-    if (currentTable.isEmpty()) {
-        warn(NoTable);
+    if (!hasCurrentTable()) {
         return;
     }
     if (!confirm(QStringLiteral("Eliminare questo elemento?"))) {

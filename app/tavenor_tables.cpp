@@ -24,6 +24,7 @@ namespace
 {
 
 const QSize HeadIconSize(100, 50);
+const QString NoTable = QStringLiteral("Nessuna Tabella Caricata!");
 
 } // namespace
 
@@ -78,6 +79,30 @@ void Tavenor::addTableButton(const QString &table, const QIcon &icon)
     button->setIcon(icon);
     ui->listButtonLayout->addWidget(button);
     connect(button, &ListButtonForm::changeList, this, &Tavenor::changeTable);
+}
+
+void Tavenor::addToTableList(const QString &table, bool listed)
+{
+    allTables.append(table);
+    if (listed) {
+        addTableButton(table, tableIcon(table));
+    }
+}
+
+FieldPairs Tavenor::settingsRow(const QString &table, const QString &iconPath) const
+{
+    return {{Markers::IdColumn, Values::oneCharacterId(db->rowCount(Markers::SettingsTable))},
+            {ReservedTables::Settings::TableName, Values::quotesDoubled(table)},
+            {ReservedTables::Settings::IconPath, Values::quotesDoubled(iconPath)}};
+}
+
+bool Tavenor::hasCurrentTable()
+{
+    if (currentTable.isEmpty()) {
+        warn(NoTable);
+        return false;
+    }
+    return true;
 }
 
 QString Tavenor::firstOrdinaryTable() const
@@ -139,8 +164,7 @@ void Tavenor::showHiddenTable()
 
 void Tavenor::changeTableIcon()
 {
-    if (currentTable.isEmpty()) {
-        warn(QStringLiteral("Nessuna Tabella Caricata!"));
+    if (!hasCurrentTable()) {
         return;
     }
     // Deliberate: a cancelled dialog goes on with an empty name, which leaves the table with

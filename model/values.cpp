@@ -85,6 +85,11 @@ int recordId(const QVariant &stored)
     return id == int(id) ? int(id) : 0;
 }
 
+QString oneCharacterId(int rows)
+{
+    return QString(QChar(ushort((rows + 1) % 256)));
+}
+
 int percent(int done, int total)
 {
     if (total < 1) {

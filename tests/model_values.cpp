@@ -29,6 +29,8 @@ private slots:
     void typedNumber();
     void wholePart_data();
     void wholePart();
+    void oneCharacterId_data();
+    void oneCharacterId();
     void percent_data();
     void percent();
     void quotesDoubled_data();
@@ -212,6 +214,25 @@ void TestValues::wholePart()
 {
     QFETCH(QVariant, value);
     QTEST(Values::wholePart(value), "expected");
+}
+
+void TestValues::oneCharacterId_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("code");
+    QTest::newRow("the first row") << 0 << 1;
+    QTest::newRow("the tenth row is a line end") << 9 << 10;
+    QTest::newRow("the last code of a round") << 254 << 255;
+    QTest::newRow("a full round begins with no sign") << 255 << 0;
+    QTest::newRow("a second round") << 256 << 1;
+}
+
+void TestValues::oneCharacterId()
+{
+    QFETCH(int, rows);
+    const QString text = Values::oneCharacterId(rows);
+    QCOMPARE(text.size(), 1);
+    QTEST(int(text.at(0).unicode()), "code");
 }
 
 void TestValues::percent_data()
