@@ -7,6 +7,7 @@
 #include "storage/sqltext.h"
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlRecord>
 
 #include <algorithm>
@@ -74,6 +75,11 @@ RowPass::~RowPass() = default;
 bool RowPass::next()
 {
     return query.next();
+}
+
+QString RowPass::error() const
+{
+    return query.lastError().text();
 }
 
 QVariant RowPass::value(int position) const

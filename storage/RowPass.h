@@ -29,6 +29,9 @@ public:
     /// The current row's value at `position` in the columns asked for; invalid beyond them.
     QVariant value(int position) const;
 
+    /// The driver's text when the table could not be read, or not to its end; empty otherwise.
+    QString error() const;
+
     /// Number of rows of a table, counted by SQLite itself; 0 when it cannot be read.
     static int count(const QString &table);
 

@@ -5,6 +5,7 @@
 
 #include "model/markers.h"
 #include "model/values.h"
+#include "storage/RowPass.h"
 #include "storage/sqltext.h"
 
 #include <QSqlError>
@@ -160,10 +161,13 @@ bool DataBase::titleExists(const QString &table, const QString &text) const
 {
     // Deliberate: the stored titles are not doubled, so one with an apostrophe is never found.
     const QString wanted = comparable(Values::quotesDoubled(text));
-    QSqlQuery query = run(SqlText::selectAll(table));
-    const bool hasTitles = query.record().count() > 1;
-    while (hasTitles && query.next()) {
-        if (comparable(query.value(1).toString()) == wanted) {
+    const QStringList columns = fieldNames(table);
+    if (columns.size() < 2) {
+        return false;
+    }
+    RowPass titles(table, {columns.at(1)});
+    while (titles.next()) {
+        if (comparable(titles.value(0).toString()) == wanted) {
             return true;
         }
     }
@@ -174,22 +178,21 @@ bool DataBase::titleExists(const QString &table, const QString &text) const
 /// when the table could not be read to its end.
 DataBase::IdRange DataBase::idRange(const QString &table, QString *error) const
 {
-    QSqlQuery query = run(SqlText::selectAll(table));
-    const int position = query.record().indexOf(Markers::IdColumn);
+    RowPass ids(table, {Markers::IdColumn});
     IdRange range;
-    for (bool first = true; position >= 0 && query.next(); first = false) {
-        const qint64 id = query.value(position).toLongLong();
+    for (bool first = true; ids.next(); first = false) {
+        const qint64 id = ids.value(0).toLongLong();
         range.smallest = first ? id : qMin(range.smallest, id);
         range.largest = first ? id : qMax(range.largest, id);
     }
-    *error = query.lastError().text();
+    *error = ids.error();
     return range;
 }
 
 int DataBase::maxId(const QString &table) const
 {
     QString error;
-    return fittingId(idRange(table, &error).largest);
+    return fittingId(largestIdAtOnce(table, &error));
 }
 
 int DataBase::minId(const QString &table) const

@@ -56,6 +56,7 @@ private slots:
     void walksUnusualTables();
     void valuesKeepTheirTypes();
     void endsQuietly();
+    void tellsWhenTheTableCannotBeReadToItsEnd();
     void leavesNothingInTheWay_data();
     void leavesNothingInTheWay();
     void twoWalksStandBesideEachOther();
@@ -87,6 +88,10 @@ void TestRowPass::cleanup()
 
 void TestRowPass::walksAllColumns()
 {
+    RowPass rows(text("T"));
+    while (rows.next()) {
+    }
+    QCOMPARE(rows.error(), QString());
     QCOMPARE(walked(text("T"), {}, 3), QStringList({text("1|y|q"), text("2|x|r"), text("3|z|p")}));
 }
 
@@ -243,6 +248,28 @@ void TestRowPass::leavesNothingInTheWay()
     while (walkedToItsEnd.next()) {
     }
     QVERIFY(Sql::run(text("DROP TABLE \"le, cose\"")));
+}
+
+void TestRowPass::tellsWhenTheTableCannotBeReadToItsEnd()
+{
+    const QString file = text("rotta.db");
+    workspace->sql(file, {text("CREATE TABLE T (id integer primary key,a text)"),
+                          text("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE "
+                               "i<2000) INSERT INTO T SELECT i,'una riga di testo' FROM n")});
+    QByteArray bytes = workspace->read(file);
+    constexpr int PageSize = 4096;
+    QVERIFY(bytes.size() > 8 * PageSize);
+    bytes.replace(6 * PageSize, PageSize, QByteArray(PageSize, '\xff'));
+    workspace->write(file, bytes);
+    QVERIFY(db->openDatabase(workspace->path(file)));
+
+    RowPass rows(text("T"), {text("a")});
+    int walkedRows = 0;
+    while (rows.next()) {
+        ++walkedRows;
+    }
+    QVERIFY(walkedRows < 2000);
+    QCOMPARE(rows.error(), text("database disk image is malformed Unable to fetch row"));
 }
 
 void TestRowPass::twoWalksStandBesideEachOther()
