@@ -97,7 +97,7 @@ void Tavenor::setLook()
 {
     for (QWidget *heading :
          {static_cast<QWidget *>(ui->lbListName), static_cast<QWidget *>(ui->lbViewInfo),
-          static_cast<QWidget *>(ui->lbEdit)}) {
+          static_cast<QWidget *>(ui->lbEdit), static_cast<QWidget *>(ui->lbDesigner)}) {
         makeHeading(heading);
     }
     ui->userListWidget->setSpacing(1);

@@ -17,6 +17,7 @@ constexpr QLatin1String Reference = Latin1::text("_XDTX_");
 constexpr QLatin1String Duplicate = Latin1::text("_XMLTYX_");
 constexpr QLatin1String ReferencePrefix = Latin1::text("X");
 constexpr QLatin1String RequiredFlag = Latin1::text("R");
+constexpr QLatin1String OptionalFlag = Latin1::text("N");
 
 /// Ends every format keyword.
 constexpr QLatin1String Format = Latin1::text("FORMAT");
