@@ -346,7 +346,11 @@ void Tavenor::addFieldToTable(const QString &table, const QString &column, const
 {
     if (table.contains(Formats::SubTable)) {
         const SubTables::Parts parts = SubTables::parts(table);
-        const QString base = SubTables::configurationBase(parts.owner, parts.label);
+        QString base = SubTables::configurationBase(parts.owner, parts.label);
+        if (subConfigColumns(base).isEmpty()) {
+            // The sub-table's name is made safe, that of its field in an older file may not be.
+            base = SqlNames::madePlain(base);
+        }
         addSubConfigRow(SubTables::configurationName(base, subConfigColumns(base).size()),
                         {column, type});
     }

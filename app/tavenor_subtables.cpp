@@ -24,7 +24,7 @@ void Tavenor::goToSubTableRequest(QString listName)
     }
     enterTable(stored);
     if (!exists) {
-        const SubTables::Parts parts = SubTables::parts(stored);
+        const SubTables::Parts parts = SubTables::parts(listName);
         // Deliberate: the flag is always N here, whatever the field's own.
         createSubTable(Markers::OptionalFlag + Names::joinName(Formats::SubTable, parts.label),
                        parts.name, parts.owner);
@@ -92,7 +92,7 @@ void Tavenor::createSubTable(const QString &fieldColumn, const QString &subName,
     }
     const QString label = Names::fieldLabel(fieldColumn);
     const ColumnDefinitions columns = subConfigColumns(SubTables::configurationBase(parent, label));
-    const QString name = SubTables::composedName(parent, label, subName);
+    const QString name = SqlNames::madeSafe(SubTables::composedName(parent, label, subName));
     if (!db->tableExists(name)) {
         db->createTable(name, columns);
     } else {

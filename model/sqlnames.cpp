@@ -224,7 +224,8 @@ QString labelRefusal(const QString &typed, const QString &format)
     }
     const QString joined = label + QLatin1Char('_');
     if (holdsMarker(label) || joined.contains(Markers::HiddenTable) ||
-        changesWriting(label, format) || Columns::isSystemLabel(label)) {
+        changesWriting(label, format) ||
+        Columns::isSystemLabel(label.section(Markers::FormatEnd, 0, 0))) {
         return programsWord(typed);
     }
     return holdsOnlyAllowed(label) ? QString() : forbiddenCharacters(typed);

@@ -470,6 +470,9 @@ void TestSqlNames::labelRefusal_data()
             << name << text << Programs;
     }
 
+    QTest::newRow("a label of which only a field of the program is read")
+        << "IdFORMAT_a" << text << Programs;
+
     for (const QString &format : Formats::keywords()) {
         const bool isInteger = format == Formats::Integer;
         const bool isReal = format == Formats::Real;
