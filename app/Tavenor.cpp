@@ -9,6 +9,7 @@
 #include "widgets/ListButtonForm.h"
 #include "widgets/chooseNameForm.h"
 #include "widgets/inputDataForm.h"
+#include "widgets/newTableElement.h"
 #include "widgets/outputDataForm.h"
 #include "widgets/progressBarForm.h"
 
@@ -59,6 +60,7 @@ Tavenor::Tavenor(QWidget *parent)
     connectRecordList();
     connectRecordView();
     connectRecordEntry();
+    connectDesigner();
     connectLinks();
     setReadOnly(false);
     administratorModeEnabled(false);
@@ -80,6 +82,7 @@ Tavenor::~Tavenor()
     // The page widgets are made without a parent, so nobody else deletes them.
     qDeleteAll(viewWidgets);
     qDeleteAll(inputWidgets);
+    qDeleteAll(designerRows);
     qDeleteAll(listButtons);
     qDeleteAll(filterButtons);
 }
@@ -91,6 +94,7 @@ void Tavenor::setTexts()
     setRecordListTexts();
     setRecordViewTexts();
     setRecordEntryTexts();
+    setDesignerTexts();
 }
 
 void Tavenor::setLook()

@@ -20,6 +20,7 @@ class AboutForm;
 class ListButtonForm;
 class chooseNameForm;
 class inputDataForm;
+class newTableElement;
 class outputDataForm;
 class progressBarForm;
 
@@ -38,6 +39,7 @@ class Tavenor;
 ///   record view                    tavenor_recordview.cpp
 ///   record entry                   tavenor_recordentry.cpp
 ///   records                        tavenor_records.cpp
+///   table designer                 tavenor_designer.cpp
 ///   sub-tables                     tavenor_subtables.cpp
 ///   links                          tavenor_links.cpp
 ///   shared dialogs                 tavenor_dialogs.cpp
@@ -89,6 +91,15 @@ public slots:
     void newRecord();
     void deleteUser();
 
+    // Table designer
+    void newTable();
+    void addField();
+    void addNewTableElement();
+    void changeElementSelectedTable(newTableElement *nTe, QString table);
+    void addTableIcon();
+    void acceptedNewTable();
+    void cancelNewTable();
+
     // Sub-tables
     void goToSubTableRequest(QString listName);
 
@@ -128,6 +139,7 @@ private:
     void createSubTablesConfigsTable();
     /// Creates the table unless its name is taken, which is reported.
     bool createTableChecked(const QString &name, const ColumnDefinitions &columns);
+    void warnNameTaken(const QString &name);
 
     // Commands and modes
     void setActionTexts();
@@ -149,6 +161,11 @@ private:
     FieldPairs settingsRow(const QString &table, const QString &iconPath) const;
     /// True when there is a current table; says that there is none otherwise.
     bool hasCurrentTable();
+    /// True while a database is open; says that there is no table otherwise.
+    bool hasDatabase();
+    /// Asks for a picture and copies it to the icons; its path there, relative to the database's
+    /// folder.
+    QString chooseTableIcon();
     /// The first table that is neither reserved nor hidden; empty when there is none.
     QString firstOrdinaryTable() const;
     /// The name at this place of the table list, empty beyond its end. Where it is a reserved
@@ -220,7 +237,35 @@ private:
     /// advanced mode only. False when any write failed, which was shown.
     bool updateRecordFields(int id, const FieldPairs &pairs);
 
+    // Table designer
+    void setDesignerTexts();
+    void connectDesigner();
+    void showDesigner();
+    /// Adds a row that asks for one more column, the sub-tables of sub-tables left out.
+    newTableElement *appendFieldRow();
+    newTableElement *appendDesignerRow();
+    void clearDesignerRows();
+    /// The tables that a new column can lead to, as people see their names.
+    QStringList linkTargets() const;
+    /// The stored name of the table that is being designed; empty when none was typed.
+    QString designedTable() const;
+    /// True, after the reason was shown, when the typed name cannot be used.
+    bool refuseTableName(const QString &table);
+    /// True, after the reason was shown, when one of the rows cannot become a column of `table`.
+    bool refuseRows(const QString &table, bool exists);
+    void addDesignedFields(const QString &table);
+    bool createDesignedTable(const QString &table);
+    /// Adds a column; when the table is a sub-table, later ones of the same field get it too.
+    void addFieldToTable(const QString &table, const QString &column, const QString &type);
+
     // Sub-tables
+    /// The table that SQLite takes for this name: one that exists may differ in letter case.
+    QString existingTable(const QString &name) const;
+    /// Writes down which columns the sub-tables of one field get.
+    void createSubTableConfig(const QString &table, const QString &column,
+                              const ColumnDefinitions &columns);
+    /// Writes down one of these columns, unless it is none.
+    void addSubConfigRow(const QString &name, const ColumnDefinition &column);
     ColumnDefinitions subConfigColumns(const QString &base) const;
     void createSubTable(const QString &fieldColumn, const QString &subName, const QString &parent);
 
@@ -287,6 +332,11 @@ private:
 
     // Records
     bool reportInsertErrors = true;
+
+    // Table designer
+    QList<newTableElement *> designerRows;
+    /// The page adds fields to the current table, instead of making one.
+    bool addingFields = false;
 
     // Links
     QString previousTable;

@@ -92,9 +92,7 @@ QList<QWidget *> writingButtons(const Ui::Tavenor &form)
 // Commands whose pages this release does not have yet.
 QList<QAction *> laterActions(const Ui::Tavenor &form)
 {
-    return {form.actionTable,
-            form.actionAdd_Field,
-            form.actionRemove_Table,
+    return {form.actionRemove_Table,
             form.actionDeleteFilter,
             form.actionClear_Selected_List,
             form.actionClear_All_Tables,

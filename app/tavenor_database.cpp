@@ -164,9 +164,14 @@ void Tavenor::createSubTablesConfigsTable()
 bool Tavenor::createTableChecked(const QString &name, const ColumnDefinitions &columns)
 {
     if (db->tableExists(name)) {
-        warn(QString::asprintf("ERRORE: Il nome '%s' è già stato usato per una tabella.\n",
-                               name.toUtf8().constData()));
+        warnNameTaken(name);
         return false;
     }
     return db->createTable(name, columns);
+}
+
+void Tavenor::warnNameTaken(const QString &name)
+{
+    warn(QString::asprintf("ERRORE: Il nome '%s' è già stato usato per una tabella.\n",
+                           name.toUtf8().constData()));
 }

@@ -8,30 +8,62 @@
 #include "model/names.h"
 #include "model/sqlnames.h"
 #include "model/subtables.h"
+#include "model/values.h"
 #include "storage/RowPass.h"
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 
+#include <algorithm>
+
 void Tavenor::goToSubTableRequest(QString listName)
 {
-    const QString stored = SqlNames::madeSafe(listName);
+    const QString stored = existingTable(SqlNames::madeSafe(listName));
     const bool exists = db->tableExists(stored);
     if (!exists && readOnly) {
         return;
     }
     enterTable(stored);
     if (!exists) {
-        const QString label =
-            stored.section(Formats::SubTable, 1, 1).section(Markers::SubTableUser, 0, 0).mid(1);
-        const QString subName = stored.section(Markers::SubTableUser, 1);
-        const QString parent =
-            stored.section(Markers::HiddenTable, 1).section(Markers::SubTable, 0, 0);
+        const SubTables::Parts parts = SubTables::parts(listName);
         // Deliberate: the flag is always N here, whatever the field's own.
-        createSubTable(QLatin1Char('N') + Names::joinName(Formats::SubTable, label), subName,
-                       parent);
+        createSubTable(Markers::OptionalFlag + Names::joinName(Formats::SubTable, parts.label),
+                       parts.name, parts.owner);
     }
     changeTable(stored);
     vwRecord(db->maxId(stored));
+}
+
+QString Tavenor::existingTable(const QString &name) const
+{
+    const QStringList tables = db->tables();
+    const auto same = std::find_if(tables.begin(), tables.end(), [&name](const QString &table) {
+        return SqlNames::isSameName(table, name);
+    });
+    return same == tables.end() ? name : *same;
+}
+
+void Tavenor::createSubTableConfig(const QString &table, const QString &column,
+                                   const ColumnDefinitions &columns)
+{
+    const QString base = SubTables::configurationBase(table, Names::fieldLabel(column));
+    for (int i = 0; i < columns.size(); ++i) {
+        // Deliberate: a row that is left out still takes its number.
+        addSubConfigRow(i == 0 ? base : SubTables::configurationName(base, i), columns.at(i));
+    }
+}
+
+void Tavenor::addSubConfigRow(const QString &name, const ColumnDefinition &column)
+{
+    const bool isFolder = column.first == Markers::UserPathColumn;
+    if (isFolder || (!column.first.isEmpty() && !column.second.isEmpty())) {
+        addRecord(
+            Markers::SubTablesConfigsTable,
+            {{Markers::IdColumn, QString()},
+             {ReservedTables::SubTablesConfigs::Name, Values::quotesDoubled(name)},
+             {ReservedTables::SubTablesConfigs::FieldName, Values::quotesDoubled(column.first)},
+             {ReservedTables::SubTablesConfigs::FieldType, column.second}},
+            false);
+    }
 }
 
 ColumnDefinitions Tavenor::subConfigColumns(const QString &base) const
@@ -53,20 +85,18 @@ ColumnDefinitions Tavenor::subConfigColumns(const QString &base) const
 void Tavenor::createSubTable(const QString &fieldColumn, const QString &subName,
                              const QString &parent)
 {
-    const QByteArray column = fieldColumn.toUtf8();
     if (subName.isEmpty() || fieldColumn.isEmpty() || parent.isEmpty()) {
         warn(QString::asprintf("ERRORE: Impossibile creare la sotto tabella %s di %s!\n",
-                               column.constData(), subName.toUtf8().constData()));
+                               qUtf8Printable(fieldColumn), qUtf8Printable(subName)));
         return;
     }
-    const ColumnDefinitions columns =
-        subConfigColumns(Names::joinName(parent, Names::fieldLabel(fieldColumn)));
-    const QString name = SubTables::composedName(parent, Names::fieldLabel(fieldColumn), subName);
+    const QString label = Names::fieldLabel(fieldColumn);
+    const ColumnDefinitions columns = subConfigColumns(SubTables::configurationBase(parent, label));
+    const QString name = SqlNames::madeSafe(SubTables::composedName(parent, label, subName));
     if (!db->tableExists(name)) {
         db->createTable(name, columns);
     } else {
         // Deliberate: the message names the field's column.
-        warn(QString::asprintf("ERRORE: Il nome '%s' è già stato usato per una tabella.\n",
-                               column.constData()));
+        warnNameTaken(fieldColumn);
     }
 }

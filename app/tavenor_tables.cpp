@@ -105,6 +105,15 @@ bool Tavenor::hasCurrentTable()
     return true;
 }
 
+bool Tavenor::hasDatabase()
+{
+    if (!db->isOpen()) {
+        warn(NoTable);
+        return false;
+    }
+    return true;
+}
+
 QString Tavenor::firstOrdinaryTable() const
 {
     for (const QString &name : qAsConst(allTables)) {
@@ -162,11 +171,8 @@ void Tavenor::showHiddenTable()
     rebuildTableList();
 }
 
-void Tavenor::changeTableIcon()
+QString Tavenor::chooseTableIcon()
 {
-    if (!hasCurrentTable()) {
-        return;
-    }
     // Deliberate: a cancelled dialog goes on with an empty name, which leaves the table with
     // an empty icon.
     const QString chosen =
@@ -178,8 +184,15 @@ void Tavenor::changeTableIcon()
         // Deliberate: an icon that is there already is never overwritten.
         QFile::copy(chosen, databaseFolder + storedPath);
     }
+    return storedPath;
+}
 
-    const QString iconPath = Values::quotesDoubled(storedPath);
+void Tavenor::changeTableIcon()
+{
+    if (!hasCurrentTable()) {
+        return;
+    }
+    const QString iconPath = Values::quotesDoubled(chooseTableIcon());
     const QString iconColumn = ReservedTables::Settings::IconPath;
     const QSqlRecord settings =
         db->findRecord(Markers::SettingsTable, ReservedTables::Settings::TableName, currentTable);

@@ -8,6 +8,8 @@
 #include "model/names.h"
 #include "model/sqlnames.h"
 
+#include <algorithm>
+
 namespace Columns
 {
 
@@ -80,6 +82,17 @@ QString withDuplicateSuffix(const QString &column, int earlier)
         return column;
     }
     return column + Markers::Duplicate + QString::number(earlier + 1);
+}
+
+ColumnDefinitions withUserPath(const ColumnDefinitions &columns)
+{
+    const auto isAttachment = [](const ColumnDefinition &column) {
+        return column.first.contains(Formats::Image) || column.first.contains(Formats::Pdf);
+    };
+    ColumnDefinitions result = columns;
+    result.insert(std::find_if(result.begin(), result.end(), isAttachment),
+                  {Markers::UserPathColumn, QString()});
+    return result;
 }
 
 QString linkTarget(const QString &column)

@@ -66,6 +66,10 @@ QString withoutDuplicateSuffix(const QString &column);
 /// earlier + 1, except for link columns and when earlier is 0.
 QString withDuplicateSuffix(const QString &column, int earlier);
 
+/// The columns of a new table, with the one for the folder of a record's attachments before the
+/// first column whose name tells of a picture or a PDF, or last.
+ColumnDefinitions withUserPath(const ColumnDefinitions &columns);
+
 /// The stored name of the table that a LINK column leads to: its label is that table's shown
 /// name, made safe for a column's name.
 QString linkTarget(const QString &column);

@@ -24,6 +24,11 @@ constexpr QLatin1String Format = Latin1::text("FORMAT");
 /// Stands between a column's format and its label.
 constexpr QLatin1String FormatEnd = Latin1::text("FORMAT_");
 
+/// Deliberate: a column is written as a whole number or as a real one when its name holds one of
+/// these words anywhere, in the label too. The first is looked for first.
+constexpr QLatin1String IntegerWord = Latin1::text("INTEGER");
+constexpr QLatin1String RealWord = Latin1::text("REAL");
+
 /// How a hidden table's prefix and a sub-table's parts read to a person.
 constexpr QLatin1String ShownHidden = Latin1::text("#");
 constexpr QLatin1String ShownArrow = Latin1::text("->");

@@ -3,6 +3,10 @@
 // Which names may stand in a statement without quotes.
 #include "model/sqlnames.h"
 
+#include "model/columns.h"
+#include "model/formats.h"
+#include "model/markers.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QSet>
@@ -76,6 +80,87 @@ bool isAllowed(uint character)
            character == '$';
 }
 
+/// True for names that SQLite keeps for itself although they could stand in a statement.
+bool isInternal(const QString &name)
+{
+    return name.startsWith(QLatin1String("sqlite_"), Qt::CaseInsensitive);
+}
+
+constexpr int LongestTableName = 100;
+constexpr int LongestLabel = 200;
+
+// The templates name what was typed.
+QString tooLong(const QString &typed)
+{
+    return QString::asprintf("Il nome '%s' è troppo lungo.", qUtf8Printable(typed));
+}
+
+QString reservedWord(const QString &typed)
+{
+    return QString::asprintf("Il nome '%s' è una parola riservata.", qUtf8Printable(typed));
+}
+
+QString programsWord(const QString &typed)
+{
+    return QString::asprintf("Il nome '%s' contiene una parola riservata al programma.",
+                             qUtf8Printable(typed));
+}
+
+QString notALetterInFront(const QString &typed)
+{
+    return QString::asprintf("Il nome '%s' deve iniziare con una lettera.", qUtf8Printable(typed));
+}
+
+QString forbiddenCharacters(const QString &typed)
+{
+    return QString::asprintf(
+        "Il nome '%s' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.",
+        qUtf8Printable(typed));
+}
+
+bool holdsOnlyAllowed(const QString &name)
+{
+    // Half a surrogate pair would come out of toUcs4() as an ordinary character.
+    if (!name.isValidUtf16()) {
+        return false;
+    }
+    const QVector<uint> characters = name.toUcs4();
+    return std::all_of(characters.begin(), characters.end(), isAllowed);
+}
+
+/// True when a name holds a mark, or would complete one where it is joined to others.
+bool holdsMarker(const QString &name)
+{
+    const QString joined = QLatin1Char('_') + name + QLatin1Char('_');
+    const QLatin1String markers[] = {
+        Markers::SubTable,  Markers::SubTableUser, Markers::SubTableConfig, Markers::SavedFilter,
+        Markers::Reference, Markers::Duplicate,    Markers::ShownArrow};
+    const auto isInside = [&joined](const auto &marker) { return joined.contains(marker); };
+    const QStringList &keywords = Formats::keywords();
+    return std::any_of(std::begin(markers), std::end(markers), isInside) ||
+           std::any_of(keywords.begin(), keywords.end(), isInside);
+}
+
+bool isNameOfReservedTable(const QString &stored)
+{
+    QString plain = stored;
+    plain.remove(Markers::HiddenTable);
+    return SqlNames::isSameName(plain, Markers::SettingsTable) ||
+           SqlNames::isSameName(plain, Markers::FiltersTable) ||
+           SqlNames::isSameName(plain, Markers::SubTablesConfigsTable);
+}
+
+/// True when the label would have the field's values written in another way than its format
+/// asks for.
+bool changesWriting(const QString &label, const QString &format)
+{
+    if (format == Formats::Integer) {
+        return false;
+    }
+    return label.contains(Markers::IntegerWord) ||
+           (format != Formats::Real && label.contains(Markers::RealWord));
+}
+
 constexpr ushort FullWidth = 0xfee0;
 constexpr ushort FirstPrintable = 0x21;
 constexpr ushort LastPrintable = 0x7e;
@@ -92,15 +177,11 @@ namespace SqlNames
 
 bool canStandUnquoted(const QString &name)
 {
-    // Half a surrogate pair would come out of toUcs4() as an ordinary character.
-    if (name.isEmpty() || !name.isValidUtf16() || reservedWords().contains(asWord(name))) {
+    if (name.isEmpty() || reservedWords().contains(asWord(name))) {
         return false;
     }
-    const QVector<uint> characters = name.toUcs4();
-    if (isAsciiDigit(characters.first()) || characters.first() == '$') {
-        return false;
-    }
-    return std::all_of(characters.begin(), characters.end(), isAllowed);
+    const ushort first = name.at(0).unicode();
+    return !isAsciiDigit(first) && first != '$' && holdsOnlyAllowed(name);
 }
 
 QString refusal(const QString &name)
@@ -108,17 +189,70 @@ QString refusal(const QString &name)
     if (canStandUnquoted(name)) {
         return QString();
     }
-    const QByteArray utf8 = name.toUtf8();
     if (reservedWords().contains(asWord(name))) {
-        return QString::asprintf("Il nome '%s' è una parola riservata.", utf8.constData());
+        return reservedWord(name);
     }
-    const QVector<uint> characters = name.toUcs4();
-    if (std::all_of(characters.begin(), characters.end(), isAllowed) && !name.isEmpty()) {
-        return QString::asprintf("Il nome '%s' deve iniziare con una lettera.", utf8.constData());
+    return holdsOnlyAllowed(name) && !name.isEmpty() ? notALetterInFront(name)
+                                                     : forbiddenCharacters(name);
+}
+
+QString tableRefusal(const QString &typed, const QString &stored)
+{
+    if (typed.toUtf8().size() > LongestTableName) {
+        return tooLong(typed);
     }
-    return QString::asprintf(
-        "Il nome '%s' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.",
-        utf8.constData());
+    if (holdsMarker(stored) || isNameOfReservedTable(stored)) {
+        return programsWord(typed);
+    }
+    if (!holdsOnlyAllowed(stored) || stored.isEmpty()) {
+        return forbiddenCharacters(typed);
+    }
+    if (isInternal(stored) || reservedWords().contains(asWord(stored))) {
+        return reservedWord(typed);
+    }
+    return canStandUnquoted(stored) ? QString() : notALetterInFront(typed);
+}
+
+QString labelRefusal(const QString &typed, const QString &format)
+{
+    const QString label = withoutBlanks(typed);
+    if (label.isEmpty()) {
+        return missingName();
+    }
+    if (typed.toUtf8().size() > LongestLabel) {
+        return tooLong(typed);
+    }
+    const QString joined = label + QLatin1Char('_');
+    if (holdsMarker(label) || joined.contains(Markers::HiddenTable) ||
+        changesWriting(label, format) ||
+        Columns::isSystemLabel(label.section(Markers::FormatEnd, 0, 0))) {
+        return programsWord(typed);
+    }
+    return holdsOnlyAllowed(label) ? QString() : forbiddenCharacters(typed);
+}
+
+QString derivedRefusal(const QString &source, const QString &column)
+{
+    if (!canStandUnquoted(column)) {
+        return forbiddenCharacters(source);
+    }
+    const bool isLink = column.contains(Formats::Link) && !Columns::isReference(column);
+    return isLink && changesWriting(column, Formats::Link) ? programsWord(source) : QString();
+}
+
+QString missingName()
+{
+    return QStringLiteral("Una riga non ha nome.");
+}
+
+QString withoutBlanks(QString text)
+{
+    return text.replace(QLatin1Char(' '), QLatin1Char('_'));
+}
+
+bool isSameName(const QString &name, const QString &other)
+{
+    return asWord(name) == asWord(other);
 }
 
 bool canBeRead(const QString &column)

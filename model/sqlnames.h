@@ -21,6 +21,33 @@ QString refusal(const QString &name);
 /// few more words mean something else there: CURRENT_DATE gives today instead of the column.
 bool canBeRead(const QString &column);
 
+/// Why no table can be made with the name `typed`, which would be stored as `stored`; empty when
+/// one can. Beside what SQLite cannot take, a name must not hold the marks of the program's own
+/// names (but it may be hidden), must not be that of a reserved table in any letter case, hidden
+/// or not, and must not be longer than 100 bytes of UTF-8.
+QString tableRefusal(const QString &typed, const QString &stored);
+
+/// Why no column of this format (its keyword) can be made with the label `typed`, which is stored
+/// with its blanks as "_"; empty when one can. A label must not be that of one of the program's
+/// own fields, nor hold a word that would have the field's values written as numbers of another
+/// kind, nor be longer than 200 bytes of UTF-8.
+QString labelRefusal(const QString &typed, const QString &format);
+
+/// Why no column named `column`, after the table or field that people see as `source`, can be
+/// made; empty when one can. The text of a link whose name holds the word for a number would be
+/// lost.
+QString derivedRefusal(const QString &source, const QString &column);
+
+/// The reason against a row that describes nothing.
+QString missingName();
+
+/// `text` with every blank as "_", as typed names are stored.
+QString withoutBlanks(QString text);
+
+/// True when SQLite takes both for the same table: they are equal but for the case of ASCII
+/// letters.
+bool isSameName(const QString &name, const QString &other);
+
 /// `text` with every ASCII character that a name must not hold in its full-width form, so that
 /// a name derived from a record's title or from a shown table name can always be stored.
 QString madeSafe(const QString &text);

@@ -22,4 +22,25 @@ QString storedName(const QString &owner, const QString &label, const QString &ti
         .replace(QLatin1Char(' '), QLatin1Char('_'));
 }
 
+Parts parts(const QString &storedName)
+{
+    Parts result;
+    // A hidden owner keeps a prefix of its own.
+    result.owner = storedName.section(Markers::HiddenTable, 1).section(Markers::SubTable, 0, 0);
+    result.label =
+        storedName.section(Formats::SubTable, 1, 1).section(Markers::SubTableUser, 0, 0).mid(1);
+    result.name = storedName.section(Markers::SubTableUser, 1);
+    return result;
+}
+
+QString configurationBase(const QString &owner, const QString &label)
+{
+    return owner + QLatin1Char('_') + label;
+}
+
+QString configurationName(const QString &base, int number)
+{
+    return base + Markers::SubTableConfig + QString::number(number);
+}
+
 } // namespace SubTables

@@ -16,4 +16,21 @@ QString composedName(const QString &owner, const QString &label, const QString &
 /// the field shown as `label`: white space simplified, blanks as "_".
 QString storedName(const QString &owner, const QString &label, const QString &title);
 
+/// What a sub-table's stored name is made of; texts are empty where the name lacks them.
+struct Parts {
+    QString owner; ///< stored name of the table that owns the sub-table
+    QString label; ///< label of its field there
+    QString name;  ///< the sub-table's own name
+};
+
+/// The parts of a sub-table's stored name.
+Parts parts(const QString &storedName);
+
+/// The name under which the columns of the sub-tables of one field are written down: that of the
+/// first of them.
+QString configurationBase(const QString &owner, const QString &label);
+
+/// The name of the column with this number, from 1, in the same configuration.
+QString configurationName(const QString &base, int number);
+
 } // namespace SubTables

@@ -3,7 +3,6 @@
 // Composes the text of every statement.
 #include "storage/sqltext.h"
 
-#include "model/latin1.h"
 #include "model/markers.h"
 #include "model/sqlnames.h"
 #include "model/values.h"
@@ -29,18 +28,13 @@ QString tableToRead(const QString &table)
     return quotedUnless(SqlNames::canStandUnquoted(table), table);
 }
 
-// Deliberate: a column is written as a number when its name holds one of these words
-// anywhere, in the label too.
-constexpr QLatin1String IntegerWord = Latin1::text("INTEGER");
-constexpr QLatin1String RealWord = Latin1::text("REAL");
-
 /// The value as it stands in a statement.
 QString literal(const QString &field, const QString &value)
 {
-    if (field.contains(IntegerWord)) {
+    if (field.contains(Markers::IntegerWord)) {
         return QString::asprintf("'%d'", value.toInt());
     }
-    if (field.contains(RealWord)) {
+    if (field.contains(Markers::RealWord)) {
         return QString::asprintf("'%f'", value.toDouble());
     }
     return QString::asprintf("'%s'", qUtf8Printable(value));
@@ -93,7 +87,7 @@ QString typeRefusal(const QString &type)
 
 QString valueRefusal(const FieldPair &pair)
 {
-    if (pair.first.contains(IntegerWord) || pair.first.contains(RealWord)) {
+    if (pair.first.contains(Markers::IntegerWord) || pair.first.contains(Markers::RealWord)) {
         return {};
     }
     QString rest = pair.second;

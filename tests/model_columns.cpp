@@ -28,6 +28,8 @@ private slots:
     void withoutDuplicateSuffix();
     void withDuplicateSuffix_data();
     void withDuplicateSuffix();
+    void withUserPath_data();
+    void withUserPath();
     void composedColumnsAreTakenApartAgain();
 };
 
@@ -289,6 +291,42 @@ void TestColumns::composedColumnsAreTakenApartAgain()
         QCOMPARE(Columns::shownLabel(Columns::label(referring)),
                  Columns::shownLabel(Columns::label(stored)));
     }
+}
+
+void TestColumns::withUserPath_data()
+{
+    QTest::addColumn<QString>("names");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("last without attachments") << "RSTRINGFORMAT_a NDATEFORMAT_b"
+                                              << "RSTRINGFORMAT_a NDATEFORMAT_b U";
+    QTest::newRow("before the first picture") << "NDATEFORMAT_a NIMAGEFORMAT_b NIMAGEFORMAT_c"
+                                              << "NDATEFORMAT_a U NIMAGEFORMAT_b NIMAGEFORMAT_c";
+    QTest::newRow("before the first PDF") << "NDATEFORMAT_a NPDFFORMAT_b NIMAGEFORMAT_c"
+                                          << "NDATEFORMAT_a U NPDFFORMAT_b NIMAGEFORMAT_c";
+    QTest::newRow("first when a picture is") << "NIMAGEFORMAT_a NSTRINGFORMAT_b"
+                                             << "U NIMAGEFORMAT_a NSTRINGFORMAT_b";
+    QTest::newRow("before a copied picture") << "NDATEFORMAT_a Xt_XDTX_NIMAGEFORMAT_b NURLFORMAT_c"
+                                             << "NDATEFORMAT_a U Xt_XDTX_NIMAGEFORMAT_b "
+                                                "NURLFORMAT_c";
+    QTest::newRow("alone in a table without columns") << ""
+                                                      << "U";
+}
+
+void TestColumns::withUserPath()
+{
+    QFETCH(QString, names);
+    QFETCH(QString, expected);
+    ColumnDefinitions columns;
+    for (const QString &name : names.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        columns.append({name, QStringLiteral("text")});
+    }
+    QStringList result;
+    for (const ColumnDefinition &column : Columns::withUserPath(columns)) {
+        const bool isFolder = column.first == QLatin1String("NLONGSTRINGFORMAT_UserPath");
+        QCOMPARE(column.second, isFolder ? QString() : QStringLiteral("text"));
+        result.append(isFolder ? QStringLiteral("U") : column.first);
+    }
+    QCOMPARE(result.join(QLatin1Char(' ')), expected);
 }
 
 QTEST_GUILESS_MAIN(TestColumns)

@@ -3,6 +3,8 @@
 // Tests of which names SQLite reads unquoted, held against SQLite itself.
 #include "model/sqlnames.h"
 
+#include "model/formats.h"
+
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -28,6 +30,18 @@ private slots:
     void madeSafe_data();
     void madeSafe();
     void everySafeTextCanBeTurnedBack();
+    void tableRefusal_data();
+    void tableRefusal();
+    void reservedWordsMakeNoTable_data();
+    void reservedWordsMakeNoTable();
+    void labelRefusal_data();
+    void labelRefusal();
+    void everyAsciiCharacterTyped();
+    void whatIsTypedAndTakenCanBeMade();
+    void derivedRefusal_data();
+    void derivedRefusal();
+    void isSameName_data();
+    void isSameName();
 };
 
 namespace
@@ -285,6 +299,301 @@ void TestSqlNames::refusalNamesTheReason()
     QFETCH(QString, name);
     QFETCH(QString, reason);
     QCOMPARE(SqlNames::refusal(name), reason.isEmpty() ? QString() : reason.arg(name));
+}
+
+namespace
+{
+
+const QString Characters =
+    QStringLiteral("Il nome '%1' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.");
+const QString Letter = QStringLiteral("Il nome '%1' deve iniziare con una lettera.");
+const QString Word = QStringLiteral("Il nome '%1' è una parola riservata.");
+const QString Programs = QStringLiteral("Il nome '%1' contiene una parola riservata al programma.");
+const QString Long = QStringLiteral("Il nome '%1' è troppo lungo.");
+const QString NoName = QStringLiteral("Una riga non ha nome.");
+
+const QStringList Marks = QStringLiteral("_XSBTX_ _XSBTUSRX_ _XSBCONFX_ _XFLTRX_ _XDTX_ "
+                                         "_XMLTYX_ -> STRINGFORMAT DATEFORMAT INTEGERFORMAT "
+                                         "REALFORMAT MONEYFORMAT IMAGEFORMAT PDFFORMAT BOOLFORMAT "
+                                         "MAILFORMAT LINKFORMAT SUBTABLEFORMAT URLFORMAT "
+                                         "LONGSTRINGFORMAT")
+                              .split(QLatin1Char(' '));
+
+// A reason with the name in it, as it can be written; empty for no reason.
+QString about(const QString &reason, const QString &name)
+{
+    QString text = reason;
+    return text.replace(QLatin1String("%1"), QString::fromUtf8(name.toUtf8()));
+}
+
+// The stored form of a typed table name.
+QString stored(const QString &typed)
+{
+    return SqlNames::withoutBlanks(typed).replace(QLatin1Char('#'), QLatin1String("HIDDENTABLE_"));
+}
+
+QString sentence(const char *utf8, const QString &about)
+{
+    return QString::fromUtf8(utf8).arg(about);
+}
+
+} // namespace
+
+void TestSqlNames::tableRefusal_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("letters, digits, lines and dollars") << "Libri_2$" << QString();
+    QTest::newRow("accents and other scripts") << "Città中🎲" << QString();
+    QTest::newRow("blanks become lines") << "I miei libri" << QString();
+    QTest::newRow("a blank alone") << " " << QString();
+    QTest::newRow("a line in front") << "_1" << QString();
+    QTest::newRow("a number sign hides") << "#Note" << QString();
+    QTest::newRow("a number sign in the middle") << "A#B" << QString();
+    QTest::newRow("the hidden mark itself") << "HIDDENTABLE_Note" << QString();
+    QTest::newRow("a hidden table may begin with a digit") << "#1" << QString();
+    QTest::newRow("a hidden table may be called like a word") << "#order" << QString();
+    QTest::newRow("the words for numbers do no harm") << "REALI_INTEGER" << QString();
+    QTest::newRow("a name like a field of the program") << "UserPath" << QString();
+    QTest::newRow("part of a mark") << "XMLTY" << QString();
+    QTest::newRow("a mark in small letters") << "a_xsbtx_b" << QString();
+    QTest::newRow("a keyword in small letters") << "stringformat" << QString();
+    QTest::newRow("a word inside a name") << "Orders" << QString();
+    QTest::newRow("a reserved table's name inside a name") << "settings2" << QString();
+
+    QTest::newRow("an apostrophe") << "L'arte" << Characters;
+    QTest::newRow("a tab") << "a\tb" << Characters;
+    QTest::newRow("a no-break space") << QStringLiteral("a\u00a0b") << Characters;
+    QTest::newRow("an invisible character") << QStringLiteral("a\u200bb") << Characters;
+    QTest::newRow("a control character beyond ASCII")
+        << QStringLiteral("a") + QChar(0x85) << Characters;
+    QTest::newRow("a lone high surrogate") << QStringLiteral("a") + QChar(0xd83c) << Characters;
+    QTest::newRow("a lone low surrogate") << QStringLiteral("a") + QChar(0xdfb2) << Characters;
+    QTest::newRow("a bad character after a digit") << "1,2" << Characters;
+    QTest::newRow("a digit in front") << "2Libri" << Letter;
+    QTest::newRow("a dollar in front") << "$Libri" << Letter;
+    QTest::newRow("SQLite's own prefix") << "sqlite_libri" << Word;
+    QTest::newRow("SQLite's own prefix in capitals") << "SQLITE_" << Word;
+    QTest::newRow("SQLite's own prefix with a blank") << "sqlite x" << Word;
+
+    for (const QString &mark : Marks) {
+        QTest::newRow(qPrintable(sentence("%1 is a mark", mark)))
+            << QStringLiteral("a") + mark + QStringLiteral("b") << Programs;
+    }
+    QTest::newRow("a mark made of blanks") << "a XSBTX b" << Programs;
+    QTest::newRow("a mark that ends where the next begins") << "a_XSBTX" << Programs;
+    QTest::newRow("a mark that begins where the name does") << "XSBTX_a" << Programs;
+    QTest::newRow("a mark but for its lines") << "XDTX" << Programs;
+    QTest::newRow("a mark beside a bad character") << "a'_XDTX_" << Programs;
+    for (const QString &name :
+         {QStringLiteral("settings"), QStringLiteral("filters"), QStringLiteral("subtablesconfigs"),
+          QStringLiteral("Settings"), QStringLiteral("FILTERS"), QStringLiteral("SubTablesConfigs"),
+          QStringLiteral("#settings"), QStringLiteral("##Filters"),
+          QStringLiteral("HIDDENTABLE_SUBTABLESCONFIGS")}) {
+        QTest::newRow(qPrintable(sentence("%1 is a reserved table", name))) << name << Programs;
+    }
+
+    QTest::newRow("100 letters") << QString(100, QLatin1Char('a')) << QString();
+    QTest::newRow("101 letters") << QString(101, QLatin1Char('a')) << Long;
+    QTest::newRow("50 letters of two bytes") << QString(50, QChar(0xe8)) << QString();
+    QTest::newRow("51 letters of two bytes") << QString(51, QChar(0xe8)) << Long;
+    QTest::newRow("25 letters of four bytes") << QStringLiteral("🎲").repeated(25) << QString();
+    QTest::newRow("26 letters of four bytes") << QStringLiteral("🎲").repeated(26) << Long;
+    QTest::newRow("what hides a table is not counted")
+        << QLatin1Char('#') + QString(99, QLatin1Char('a')) << QString();
+    QTest::newRow("too long comes first") << QString(101, QLatin1Char('\'')) << Long;
+}
+
+void TestSqlNames::tableRefusal()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, reason);
+    QCOMPARE(SqlNames::tableRefusal(typed, stored(typed)), about(reason, typed));
+}
+
+void TestSqlNames::reservedWordsMakeNoTable_data()
+{
+    reservedWordsAreThoseThatFailAsTables_data();
+}
+
+void TestSqlNames::reservedWordsMakeNoTable()
+{
+    QFETCH(QString, word);
+    const QString mixed = word.left(1) + word.mid(1).toLower();
+    for (const QString &name : {word, word.toLower(), mixed}) {
+        const QString reason = worksAsTable(name) ? QString() : about(Word, name);
+        QCOMPARE(SqlNames::tableRefusal(name, name), reason);
+    }
+    QVERIFY(SqlNames::labelRefusal(word, Formats::String).isEmpty());
+    QVERIFY(SqlNames::tableRefusal(word + QLatin1Char('_'), word + QLatin1Char('_')).isEmpty());
+}
+
+void TestSqlNames::labelRefusal_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("reason");
+    const QString text = Formats::String;
+    QTest::newRow("letters, digits, lines and dollars") << "Titolo_2$" << text << QString();
+    QTest::newRow("a digit in front") << "1" << text << QString();
+    QTest::newRow("a dollar in front") << "$" << text << QString();
+    QTest::newRow("accents and other scripts") << "Città中🎲" << text << QString();
+    QTest::newRow("blanks become lines") << "Data di nascita" << text << QString();
+    QTest::newRow("a blank alone") << " " << text << QString();
+    QTest::newRow("what begins a label only") << "a FORMAT_b" << text << QString();
+    QTest::newRow("a reserved table's name") << "settings" << text << QString();
+    QTest::newRow("SQLite's own prefix") << "sqlite_a" << text << QString();
+    QTest::newRow("a mark in small letters") << "a_xdtx_b" << text << QString();
+    QTest::newRow("Id inside a label") << "Idea" << text << QString();
+
+    QTest::newRow("nothing") << "" << text << NoName;
+    QTest::newRow("an apostrophe") << "Quant'è" << text << Characters;
+    QTest::newRow("a number sign") << "#" << text << Characters;
+    QTest::newRow("a tab") << "a\tb" << text << Characters;
+    QTest::newRow("a no-break space") << QStringLiteral("a\u00a0b") << text << Characters;
+    QTest::newRow("a lone surrogate") << QString(QChar(0xdfb2)) << text << Characters;
+
+    for (const QString &mark : Marks) {
+        QTest::newRow(qPrintable(sentence("%1 is a mark", mark)))
+            << QStringLiteral("a") + mark + QStringLiteral("b") << text << Programs;
+    }
+    QTest::newRow("the hidden mark") << "aHIDDENTABLE_b" << text << Programs;
+    QTest::newRow("the hidden mark that the next part completes")
+        << "HIDDENTABLE" << text << Programs;
+    QTest::newRow("a mark made of blanks") << "a XMLTYX 2" << text << Programs;
+    QTest::newRow("a mark that begins where the label does") << "XMLTYX_2" << text << Programs;
+    QTest::newRow("a mark that ends where the next begins") << "a_XSBTUSRX" << text << Programs;
+    for (const QString &name :
+         {QStringLiteral("Id"), QStringLiteral("ID"), QStringLiteral("id"), QStringLiteral("iD"),
+          QStringLiteral("UserPath"), QStringLiteral("USERPATH"), QStringLiteral("userpath")}) {
+        QTest::newRow(qPrintable(sentence("%1 is a field of the program", name)))
+            << name << text << Programs;
+    }
+
+    QTest::newRow("a label of which only a field of the program is read")
+        << "IdFORMAT_a" << text << Programs;
+
+    for (const QString &format : Formats::keywords()) {
+        const bool isInteger = format == Formats::Integer;
+        const bool isReal = format == Formats::Real;
+        QTest::newRow(qPrintable(sentence("INTEGER in %1", format)))
+            << "a INTEGER" << format << (isInteger ? QString() : Programs);
+        QTest::newRow(qPrintable(sentence("REAL in %1", format)))
+            << "REALE" << format << (isInteger || isReal ? QString() : Programs);
+        QTest::newRow(qPrintable(sentence("the words in small letters in %1", format)))
+            << "Intero Integer Reale" << format << QString();
+    }
+
+    QTest::newRow("200 letters") << QString(200, QLatin1Char('a')) << text << QString();
+    QTest::newRow("201 letters") << QString(201, QLatin1Char('a')) << text << Long;
+    QTest::newRow("100 letters of two bytes") << QString(100, QChar(0xe8)) << text << QString();
+    QTest::newRow("101 letters of two bytes") << QString(101, QChar(0xe8)) << text << Long;
+}
+
+void TestSqlNames::labelRefusal()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, format);
+    QFETCH(QString, reason);
+    QCOMPARE(SqlNames::labelRefusal(typed, format), about(reason, typed));
+}
+
+void TestSqlNames::everyAsciiCharacterTyped()
+{
+    const QString allowed =
+        QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_$ ");
+    for (ushort code = 1; code <= 0x7f; ++code) {
+        const QChar character(code);
+        const bool mayStand = allowed.contains(character);
+        const bool hides = character == QLatin1Char('#');
+        const QString inside = QStringLiteral("a") + character + QStringLiteral("b");
+        const QString reason = mayStand ? QString() : about(Characters, inside);
+        QCOMPARE(SqlNames::tableRefusal(inside, stored(inside)), hides ? QString() : reason);
+        QCOMPARE(SqlNames::labelRefusal(inside, Formats::String), reason);
+
+        const QString front = character + QStringLiteral("b");
+        const bool begins = mayStand && !character.isDigit() && character != QLatin1Char('$');
+        const QString atFront = about(mayStand ? Letter : Characters, front);
+        QCOMPARE(SqlNames::tableRefusal(front, stored(front)),
+                 begins || hides ? QString() : atFront);
+    }
+}
+
+void TestSqlNames::whatIsTypedAndTakenCanBeMade()
+{
+    for (ushort code = 1; code <= 0x7f; ++code) {
+        const QString name = QStringLiteral("a") + QChar(code);
+        if (SqlNames::tableRefusal(name, stored(name)).isEmpty()) {
+            QVERIFY2(worksAsTable(stored(name)), qPrintable(name));
+        }
+        if (SqlNames::labelRefusal(name, Formats::String).isEmpty()) {
+            QVERIFY2(
+                canBeSelected(QStringLiteral("NSTRINGFORMAT_") + SqlNames::withoutBlanks(name)),
+                qPrintable(name));
+            QVERIFY(run(QStringLiteral("DROP TABLE t")));
+        }
+    }
+}
+
+void TestSqlNames::derivedRefusal_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("a link") << "#Note"
+                            << "NLINKFORMAT_＃Note" << QString();
+    QTest::newRow("a copied field") << "Autori"
+                                    << "XAutori_XDTX_RSTRINGFORMAT_Nome" << QString();
+    QTest::newRow("a copied number holds an Id") << "Autori"
+                                                 << "XAutori_XDTX_RINTEGERFORMAT_Anni" << QString();
+    QTest::newRow("a copied link holds an Id") << "Autori"
+                                               << "XREALI_XDTX_NLINKFORMAT_Autori" << QString();
+    QTest::newRow("a table of another program") << "my table"
+                                                << "NLINKFORMAT_my table" << Characters;
+    QTest::newRow("a field of another program") << "Autori"
+                                                << "XAutori_XDTX_NSTRINGFORMAT_l'età" << Characters;
+    QTest::newRow("a link that would be written as a number") << "REALI"
+                                                              << "NLINKFORMAT_REALI" << Programs;
+    QTest::newRow("a link that would be written as a whole number")
+        << "INTEGER"
+        << "NLINKFORMAT_INTEGER" << Programs;
+}
+
+void TestSqlNames::derivedRefusal()
+{
+    QFETCH(QString, source);
+    QFETCH(QString, column);
+    QFETCH(QString, reason);
+    QCOMPARE(SqlNames::derivedRefusal(source, column), about(reason, source));
+}
+
+void TestSqlNames::isSameName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("other");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("the same") << "libri"
+                              << "libri" << true;
+    QTest::newRow("another letter case") << "libri"
+                                         << "LibRI" << true;
+    QTest::newRow("another name") << "libri"
+                                  << "libro" << false;
+    QTest::newRow("part of a name") << "libri"
+                                    << "libri2" << false;
+    QTest::newRow("beyond ASCII the letter case counts") << "Città"
+                                                         << "CittÀ" << false;
+}
+
+void TestSqlNames::isSameName()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, other);
+    QFETCH(bool, expected);
+    QCOMPARE(SqlNames::isSameName(name, other), expected);
+    QCOMPARE(SqlNames::isSameName(other, name), expected);
+    // SQLite sees it the same way.
+    QVERIFY(run(QStringLiteral("CREATE TABLE %1 (a)").arg(name)));
+    QCOMPARE(QSqlQuery().exec(QStringLiteral("CREATE TABLE %1 (a)").arg(other)), !expected);
 }
 
 QTEST_GUILESS_MAIN(TestSqlNames)

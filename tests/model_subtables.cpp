@@ -16,6 +16,9 @@ private slots:
     void storedName_data();
     void storedName();
     void theShownNameLeadsBack();
+    void parts_data();
+    void parts();
+    void configurationNames();
 };
 
 void TestSubTables::composedName()
@@ -76,6 +79,38 @@ void TestSubTables::theShownNameLeadsBack()
         QStringLiteral("Spese"), QStringLiteral("Lista spesa"), QStringLiteral("Casa 1"));
     QCOMPARE(Names::tableDisplayName(stored), QStringLiteral("#Spese->Casa_1->Lista_spesa"));
     QCOMPARE(Names::tableStoredName(Names::tableDisplayName(stored)), stored);
+}
+
+void TestSubTables::parts_data()
+{
+    QTest::addColumn<QString>("storedName");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("a sub-table") << "HIDDENTABLE_Spese_XSBTX_SUBTABLEFORMAT_Lista_XSBTUSRX_Casa_1"
+                                 << QStringList{"Spese", "Lista", "Casa_1"};
+    QTest::newRow("a hidden owner keeps its marker")
+        << "HIDDENTABLE_HIDDENTABLE_P_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_s"
+        << QStringList{"HIDDENTABLE_P", "f", "s"};
+    QTest::newRow("a title that holds a marker")
+        << "HIDDENTABLE_P_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_a_XSBTUSRX_b"
+        << QStringList{"P", "f", "a_XSBTUSRX_b"};
+    QTest::newRow("no title") << "HIDDENTABLE_P_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_"
+                              << QStringList{"P", "f", ""};
+    QTest::newRow("an ordinary table has none") << "libri" << QStringList{"", "", ""};
+}
+
+void TestSubTables::parts()
+{
+    QFETCH(QString, storedName);
+    const SubTables::Parts parts = SubTables::parts(storedName);
+    QTEST(QStringList({parts.owner, parts.label, parts.name}), "expected");
+}
+
+void TestSubTables::configurationNames()
+{
+    const QString base =
+        SubTables::configurationBase(QStringLiteral("Clienti"), QStringLiteral("Ordini"));
+    QCOMPARE(base, QStringLiteral("Clienti_Ordini"));
+    QCOMPARE(SubTables::configurationName(base, 12), QStringLiteral("Clienti_Ordini_XSBCONFX_12"));
 }
 
 QTEST_GUILESS_MAIN(TestSubTables)
