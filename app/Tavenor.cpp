@@ -60,6 +60,7 @@ Tavenor::Tavenor(QWidget *parent)
     connectRecordView();
     connectRecordEntry();
     connectLinks();
+    connectFilters();
     setReadOnly(false);
     administratorModeEnabled(false);
 
@@ -81,6 +82,7 @@ Tavenor::~Tavenor()
     qDeleteAll(viewWidgets);
     qDeleteAll(inputWidgets);
     qDeleteAll(listButtons);
+    qDeleteAll(filterWidgets);
     qDeleteAll(filterButtons);
 }
 
@@ -91,13 +93,14 @@ void Tavenor::setTexts()
     setRecordListTexts();
     setRecordViewTexts();
     setRecordEntryTexts();
+    setFilterTexts();
 }
 
 void Tavenor::setLook()
 {
     for (QWidget *heading :
          {static_cast<QWidget *>(ui->lbListName), static_cast<QWidget *>(ui->lbViewInfo),
-          static_cast<QWidget *>(ui->lbEdit)}) {
+          static_cast<QWidget *>(ui->lbEdit), static_cast<QWidget *>(ui->lbFilterPage)}) {
         makeHeading(heading);
     }
     ui->userListWidget->setSpacing(1);

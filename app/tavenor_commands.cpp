@@ -86,7 +86,7 @@ QList<QAction *> writingActions(const Ui::Tavenor &form)
 
 QList<QWidget *> writingButtons(const Ui::Tavenor &form)
 {
-    return {form.pbNewUser, form.pbEditUser, form.pbDeleteUser};
+    return {form.pbNewUser, form.pbEditUser, form.pbDeleteUser, form.pbNewFilter};
 }
 
 // Commands whose pages this release does not have yet.
@@ -95,7 +95,6 @@ QList<QAction *> laterActions(const Ui::Tavenor &form)
     return {form.actionTable,
             form.actionAdd_Field,
             form.actionRemove_Table,
-            form.actionDeleteFilter,
             form.actionClear_Selected_List,
             form.actionClear_All_Tables,
             form.actionExport,
@@ -112,7 +111,7 @@ QList<QAction *> laterActions(const Ui::Tavenor &form)
 
 QList<QWidget *> laterButtons(const Ui::Tavenor &form)
 {
-    return {form.pbCalc, form.pbFilter, form.pbFiltersPage};
+    return {form.pbCalc};
 }
 
 // The commands that the modes hide everywhere else.
