@@ -62,6 +62,7 @@ Tavenor::Tavenor(QWidget *parent)
     connectRecordEntry();
     connectDesigner();
     connectLinks();
+    connectFilters();
     setReadOnly(false);
     administratorModeEnabled(false);
 
@@ -84,6 +85,7 @@ Tavenor::~Tavenor()
     qDeleteAll(inputWidgets);
     qDeleteAll(designerRows);
     qDeleteAll(listButtons);
+    qDeleteAll(filterWidgets);
     qDeleteAll(filterButtons);
 }
 
@@ -95,13 +97,15 @@ void Tavenor::setTexts()
     setRecordViewTexts();
     setRecordEntryTexts();
     setDesignerTexts();
+    setFilterTexts();
 }
 
 void Tavenor::setLook()
 {
     for (QWidget *heading :
          {static_cast<QWidget *>(ui->lbListName), static_cast<QWidget *>(ui->lbViewInfo),
-          static_cast<QWidget *>(ui->lbEdit), static_cast<QWidget *>(ui->lbDesigner)}) {
+          static_cast<QWidget *>(ui->lbEdit), static_cast<QWidget *>(ui->lbDesigner),
+          static_cast<QWidget *>(ui->lbFilterPage)}) {
         makeHeading(heading);
     }
     ui->userListWidget->setSpacing(1);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/columns.h"
+#include "model/filters.h"
 #include "storage/DataBase.h"
 
 #include <QElapsedTimer>
@@ -11,9 +12,11 @@
 #include <QMainWindow>
 #include <QMap>
 #include <QMessageBox>
+#include <QPair>
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 class AboutForm;
@@ -42,6 +45,7 @@ class Tavenor;
 ///   table designer                 tavenor_designer.cpp
 ///   sub-tables                     tavenor_subtables.cpp
 ///   links                          tavenor_links.cpp
+///   filters                        tavenor_filters.cpp
 ///   shared dialogs                 tavenor_dialogs.cpp
 ///
 /// A page's file is the only one that touches the widgets of its page.
@@ -105,13 +109,28 @@ public slots:
 
     // Links
     void goToRequest(QString listName, int Id);
+    void callFilter(QString listName, int Id);
+    void linkToFilter(int Id, QString callListName, QString recordTitle);
     void goBack();
+
+    // Filters
+    void changeToFilterPage();
+    void enableFilters();
+    void createNewFilter();
+    void disableFilters();
+    void cancelFilterOperation();
+    void switchToFilters(bool on);
+    void deleteFilter();
+    void waitForName();
+    void removeSavedFilter(QString filterName);
+    void changeTableAndFilter(QString table, QString filterName);
 
     // Shared dialogs
     void about();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     /// Pages of the stacked widget, by their place.
@@ -177,7 +196,6 @@ private:
     QIcon tableIcon(const QString &table) const;
     void showTableHead(const QString &table);
     void showTableMenu(const QPoint &place);
-    void rebuildFilterButtons();
 
     // Record list
     void setRecordListTexts();
@@ -191,6 +209,8 @@ private:
     /// The Id that the line at `row` opens; 0 for a line that opens none.
     int recordOfRow(int row) const;
     void selectRow(int row);
+    /// Selects the first line and shows its record, or nothing when the list is empty.
+    void showFirstRecord();
     void showSearchResult(int index);
 
     // Record view
@@ -272,11 +292,55 @@ private:
     // Links
     void connectLinks();
     void enterTable(const QString &listName);
+    /// The table that a press of "Trova" means: the one of this name, or the one that the field
+    /// of the record shown with this value leads to; empty when there is none.
+    QString linkedTable(const QString &nameOrValue) const;
+
+    // Filters
+    void setFilterTexts();
+    void connectFilters();
+    void rebuildFilterButtons();
+    void addFilterButton(const QString &table, const QString &filterName, const QIcon &icon);
+    void setActiveFilterName(const QString &filterName);
+    void showLed(bool on);
+    /// Drops all conditions and their page, also those of a database that was open before.
+    void forgetFilters();
+    void buildFilterPage();
+    inputDataForm *makeCondition(const QString &column);
+    /// Builds the page anew when it is not the one of the current table's columns.
+    void refreshFilterPage();
+    /// Reads the choices of links and references; done when the page is first shown, because
+    /// most tables are left before.
+    void fillFilterChoices();
+    /// Shows the Id's condition in the advanced mode, hides it otherwise.
+    void showSystemConditions();
+    /// Builds the page anew with these conditions, which then are those last switched on.
+    void restoreConditions(const QVector<Filters::Setting> &settings);
+    /// Puts the page into the state in which a person meets it.
+    void prepareFilterPage();
+    /// Says once of each condition whose number cannot be read that it counts as 0.
+    void reportUnreadableNumbers();
+    QVector<Filters::Setting> filterSettings() const;
+    /// Those of filterSettings() that take part.
+    QVector<Filters::Setting> conditionsInForce() const;
+    /// The conditions, ready for a walk over `table`.
+    Filters::Predicate filterPredicate(const QString &table) const;
+    bool passesFilter(const QString &table, int id) const;
+    void readSavedFilter(const QString &filterName);
+    bool saveConditions(const QString &filterName);
+    /// Removes the rows of "filters" that `concerned` picks by filter name and table.
+    void
+    removeFilters(const std::function<bool(const QString &name, const QString &table)> &concerned);
+    /// Removes the saved filters of a table that goes.
+    void removeFiltersOfTable(const QString &table);
 
     // Shared dialogs
     void makeDialogs();
     void warn(const QString &text);
     bool confirm(const QString &text);
+    /// Shows the name prompt with a suggestion; `continuation` runs once, when the name is
+    /// accepted. A continuation that still waited is dropped.
+    void askName(const QString &suggestion, void (Tavenor::*continuation)());
     void updateProgress(int done, int total);
 
     const std::unique_ptr<Ui::Tavenor> ui;
@@ -308,7 +372,6 @@ private:
     QString currentTable;
     bool showHidden = false;
     QList<ListButtonForm *> listButtons;
-    QList<ListButtonForm *> filterButtons;
 
     // Record list
     QMap<QString, int> listIdMap;
@@ -341,6 +404,18 @@ private:
     // Links
     QString previousTable;
     int previousId = 0;
+    /// Value and target of each LINK field of the record shown, in the order of the columns.
+    QVector<QPair<QString, QString>> linkFields;
+
+    // Filters
+    QList<inputDataForm *> filterWidgets;
+    /// The conditions as they were last switched on, for whoever changes them and cancels.
+    QVector<Filters::Setting> activeFilters;
+    /// The conditions that the record list was last read with.
+    QVector<Filters::Setting> listedConditions;
+    QString activeFilterName;
+    QList<ListButtonForm *> filterButtons;
+    bool hasFilterChoices = false;
 
     // Shared dialogs
     QMessageBox *messageBox = nullptr;

@@ -9,8 +9,27 @@
 #include "model/values.h"
 #include "storage/RowPass.h"
 
+namespace
+{
+
+// Where each of `wanted` stands in `columns`; those that are missing there are added.
+QVector<int> placesOf(const QStringList &wanted, QStringList &columns)
+{
+    QVector<int> places;
+    for (const QString &column : wanted) {
+        if (!columns.contains(column)) {
+            columns.append(column);
+        }
+        places.append(columns.indexOf(column));
+    }
+    return places;
+}
+
+} // namespace
+
 RecordListContent RecordListContent::read(const QString &table, const QStringList &columns,
-                                          const std::function<void(int)> &step)
+                                          const std::function<void(int)> &step,
+                                          const Filters::Predicate &filter)
 {
     RecordListContent content;
     if (columns.isEmpty()) {
@@ -20,8 +39,16 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
     const bool isReference = Columns::isReference(title);
     const ReferenceTexts titles =
         isReference ? ReferenceTexts::read(Columns::reference(title)) : ReferenceTexts();
-    RowPass rows(table, columns.mid(0, 2));
+    QStringList read = columns.mid(0, 2);
+    const QVector<int> places = placesOf(filter.columns(), read);
+    RowPass rows(table, read);
+    const std::function<QVariant(int)> valueAt = [&rows, &places](int position) {
+        return rows.value(places.at(position));
+    };
     for (int done = 0; rows.next(); ++done) {
+        if (!filter.passes(valueAt)) {
+            continue;
+        }
         step(done);
         const int id = Values::recordId(rows.value(0));
         const QString text = isReference ? titles.text(rows.value(1)) : rows.value(1).toString();

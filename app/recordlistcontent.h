@@ -3,6 +3,8 @@
 // The lines of the record list, read from a table.
 #pragma once
 
+#include "model/filters.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -18,10 +20,12 @@ struct RecordListContent {
     QMap<QString, int> map; ///< line text -> Id; of equal lines the last one's Id
 
     /// Reads the lines of `table`, whose columns are `columns`, in table order: one pass over
-    /// it and, where the title is a reference, one over the referenced table. `step` is called
-    /// before each record with the number of records done.
+    /// it and, where the title is a reference, one over the referenced table. Records that do
+    /// not pass `filter` have no line. `step` is called before each line with the number of
+    /// records done.
     static RecordListContent read(const QString &table, const QStringList &columns,
-                                  const std::function<void(int)> &step);
+                                  const std::function<void(int)> &step,
+                                  const Filters::Predicate &filter = Filters::Predicate());
 
     /// Puts the lines in alphabetical order, equal ones in table order.
     void sort();

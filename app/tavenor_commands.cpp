@@ -86,14 +86,13 @@ QList<QAction *> writingActions(const Ui::Tavenor &form)
 
 QList<QWidget *> writingButtons(const Ui::Tavenor &form)
 {
-    return {form.pbNewUser, form.pbEditUser, form.pbDeleteUser};
+    return {form.pbNewUser, form.pbEditUser, form.pbDeleteUser, form.pbNewFilter};
 }
 
 // Commands whose pages this release does not have yet.
 QList<QAction *> laterActions(const Ui::Tavenor &form)
 {
     return {form.actionRemove_Table,
-            form.actionDeleteFilter,
             form.actionClear_Selected_List,
             form.actionClear_All_Tables,
             form.actionExport,
@@ -110,7 +109,7 @@ QList<QAction *> laterActions(const Ui::Tavenor &form)
 
 QList<QWidget *> laterButtons(const Ui::Tavenor &form)
 {
-    return {form.pbCalc, form.pbFilter, form.pbFiltersPage};
+    return {form.pbCalc};
 }
 
 // The commands that the modes hide everywhere else.

@@ -65,6 +65,8 @@ bool Tavenor::prepareDataFolders(const QString &path)
     ui->stPages->setCurrentIndex(RecordsPage);
     clearRecordView();
     clearRecordList();
+    // Its conditions are about tables that may have the same names here.
+    forgetFilters();
     ui->lbViewInfo->clear();
     ui->lbListIcon->clear();
     ui->lbToolbar->clear();

@@ -77,6 +77,19 @@ bool Tavenor::confirm(const QString &text)
     return box.exec() == QMessageBox::Yes;
 }
 
+void Tavenor::askName(const QString &suggestion, void (Tavenor::*continuation)())
+{
+    disconnect(nameForm.get(), &QDialog::accepted, this, nullptr);
+    nameForm->clearName();
+    nameForm->setName(suggestion);
+    connect(nameForm.get(), &QDialog::accepted, this, [this, continuation] {
+        // First: the continuation may ask for a name itself.
+        disconnect(nameForm.get(), &QDialog::accepted, this, nullptr);
+        (this->*continuation)();
+    });
+    nameForm->show();
+}
+
 void Tavenor::updateProgress(int done, int total)
 {
     reachedPercent = Values::percent(done, total);

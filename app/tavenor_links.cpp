@@ -3,7 +3,9 @@
 // Main window: jumps from record to record, and the way back.
 #include "app/Tavenor.h"
 
+#include "model/recordlines.h"
 #include "ui_Tavenor.h"
+#include "widgets/inputDataForm.h"
 
 void Tavenor::connectLinks()
 {
@@ -28,6 +30,52 @@ void Tavenor::goToRequest(QString listName, int Id)
     // changeTable() ends on the first line of the list.
     currentId = Id;
     vwRecord(Id);
+}
+
+QString Tavenor::linkedTable(const QString &nameOrValue) const
+{
+    if (db->tableExists(nameOrValue)) {
+        return nameOrValue;
+    }
+    for (const QPair<QString, QString> &field : linkFields) {
+        if (field.first == nameOrValue) {
+            return db->tableExists(field.second) ? field.second : QString();
+        }
+    }
+    return QString();
+}
+
+void Tavenor::callFilter(QString listName, int Id)
+{
+    const QString table = linkedTable(listName);
+    if (table.isEmpty()) {
+        return;
+    }
+    // The record's line is gone as soon as the other table is listed.
+    const QString title = ui->lbViewInfo->text();
+    enterTable(table);
+    changeTable(currentTable);
+    linkToFilter(Id, previousTable, title);
+}
+
+void Tavenor::linkToFilter(int Id, QString callListName, QString recordTitle)
+{
+    const QString value = RecordLines::idAndTitle(Id, recordTitle);
+    for (inputDataForm *const widget : qAsConst(filterWidgets)) {
+        // Deliberate: whichever column has the table's name in its own takes part.
+        if (!widget->columnName().contains(callListName)) {
+            widget->setConditionName(QStringLiteral("NO FILTER"));
+            continue;
+        }
+        Filters::Setting setting = widget->setting();
+        setting.value = value;
+        setting.comparison = Filters::Comparison::Equal;
+        setting.active = true;
+        setting.joinsWithAnd = false;
+        setting.followsLink = true;
+        widget->setSetting(setting);
+    }
+    enableFilters();
 }
 
 void Tavenor::goBack()

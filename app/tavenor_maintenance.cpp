@@ -39,6 +39,7 @@ void Tavenor::enableTechMod()
     }
     allTables = db->tables();
     rebuildTableList();
+    showSystemConditions();
     // The Id and the attachment folder of the record are shown in this mode only.
     if (!viewWidgets.isEmpty()) {
         buildRecordView(currentId, currentTable);

@@ -6,13 +6,11 @@
 #include "app/buttontexts.h"
 #include "app/ownedwidgets.h"
 #include "app/pageforms.h"
-#include "app/recordlistcontent.h"
+#include "app/recordchoices.h"
 #include "model/formats.h"
 #include "model/markers.h"
 #include "model/recordfields.h"
-#include "model/recordlines.h"
 #include "model/values.h"
-#include "storage/RowPass.h"
 #include "ui_Tavenor.h"
 #include "widgets/inputDataForm.h"
 
@@ -20,36 +18,6 @@
 #include <QShortcut>
 
 #include <algorithm>
-
-namespace
-{
-
-// One line per record of a referenced table: its Id and what stands in its second column.
-QVector<QPair<int, QString>> referenceChoices(const QString &table, const QStringList &columns)
-{
-    QVector<QPair<int, QString>> choices;
-    RowPass rows(table, columns.mid(0, 2));
-    while (rows.next()) {
-        const QVariant id = rows.value(0);
-        choices.append({Values::recordId(id),
-                        RecordLines::idAndTitle(id.toLongLong(), rows.value(1).toString())});
-    }
-    return choices;
-}
-
-// One line per record of a linked table: its Id and its line in the record list.
-QStringList linkChoices(const QString &table, const QStringList &columns)
-{
-    const RecordListContent content = RecordListContent::read(table, columns, [](int) {});
-    QStringList lines;
-    lines.reserve(content.lines.size());
-    for (int row = 0; row < content.lines.size(); ++row) {
-        lines.append(RecordLines::idAndTitle(content.ids.at(row), content.lines.at(row)));
-    }
-    return lines;
-}
-
-} // namespace
 
 void Tavenor::setRecordEntryTexts()
 {
@@ -151,7 +119,7 @@ void Tavenor::fillEditor(inputDataForm *editor, const QVariant &value)
     const QString column = editor->columnName();
     if (Columns::isReference(column)) {
         const QString table = Columns::reference(column).table;
-        editor->setChoices(referenceChoices(table, db->fieldNames(table)));
+        editor->setChoices(RecordChoices::idsAndTitles(table, db->fieldNames(table)));
         editor->setReferenceValue(value);
         editor->clearCondition();
         return;
@@ -159,7 +127,7 @@ void Tavenor::fillEditor(inputDataForm *editor, const QVariant &value)
     const QString format = Columns::formatWord(column);
     if (Formats::kindOf(format) == Formats::Kind::Link) {
         const QString table = Columns::linkTarget(column);
-        editor->setLinkChoices(linkChoices(table, db->fieldNames(table)));
+        editor->setLinkChoices(RecordChoices::linkLines(table, db->fieldNames(table)));
     }
     editor->setValue(format, value);
     editor->clearCondition();
@@ -285,7 +253,9 @@ void Tavenor::setTyped(bool on)
 void Tavenor::finishTyping()
 {
     QWidget *const editor = focusWidget();
-    if (editor != nullptr && ui->inputContents->isAncestorOf(editor)) {
+    const bool isEditor = editor != nullptr && (ui->inputContents->isAncestorOf(editor) ||
+                                                ui->filterContents->isAncestorOf(editor));
+    if (isEditor) {
         // Half a date becomes one when its editor loses the focus, which neither a shortcut key
         // nor the window's close button takes away.
         editor->clearFocus();

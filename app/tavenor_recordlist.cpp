@@ -56,7 +56,9 @@ void Tavenor::loadUserList(const QString &table)
     const Progress progress(*this, QStringLiteral("Elaborazione"), table);
     const int total = RowPass::count(table);
     RecordListContent content = RecordListContent::read(
-        table, db->fieldNames(table), [this, total](int done) { updateProgress(done, total); });
+        table, db->fieldNames(table), [this, total](int done) { updateProgress(done, total); },
+        filterPredicate(table));
+    listedConditions = conditionsInForce();
     if (ui->pbSort->isChecked()) {
         content.sort();
     }
@@ -125,6 +127,18 @@ void Tavenor::selectRow(int row)
     ui->userListWidget->setCurrentRow(row);
 }
 
+void Tavenor::showFirstRecord()
+{
+    currentRow = 0;
+    if (listLines.isEmpty()) {
+        showCurrentRecord();
+        return;
+    }
+    currentId = recordOfRow(0);
+    selectRow(0);
+    vwRecord(currentId);
+}
+
 void Tavenor::userSearch(QString userName)
 {
     if (userName.length() < ShortestSearch) {
@@ -186,6 +200,10 @@ void Tavenor::changeToUsersPage()
         }
     }
     if (!currentTable.isEmpty()) {
+        if (filterSettings() != activeFilters) {
+            // Conditions that were changed and not applied go with their page.
+            restoreConditions(activeFilters);
+        }
         loadUserList(currentTable);
     }
     ui->stPages->setCurrentIndex(RecordsPage);

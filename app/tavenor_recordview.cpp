@@ -8,6 +8,7 @@
 #include "app/buttontexts.h"
 #include "model/formats.h"
 #include "model/markers.h"
+#include "model/names.h"
 #include "model/sqlnames.h"
 #include "model/values.h"
 #include "ui_Tavenor.h"
@@ -77,8 +78,12 @@ void Tavenor::nextRecord()
     if (currentRow >= listIdMap.size() - 1) {
         return;
     }
-    currentId = recordOfRow(currentRow + 1);
-    vwRecord(currentId);
+    const int start = currentId;
+    int row = currentRow + 1;
+    while (row < listIdMap.size() && !passesFilter(currentTable, recordOfRow(row))) {
+        ++row;
+    }
+    vwRecord(row < listIdMap.size() ? recordOfRow(row) : start);
 }
 
 void Tavenor::prevRecord()
@@ -87,13 +92,18 @@ void Tavenor::prevRecord()
     if (currentRow < 1) {
         return;
     }
-    currentId = recordOfRow(currentRow - 1);
-    vwRecord(currentId);
+    const int start = currentId;
+    int row = currentRow - 1;
+    while (row >= 0 && !passesFilter(currentTable, recordOfRow(row))) {
+        --row;
+    }
+    vwRecord(row >= 0 ? recordOfRow(row) : start);
 }
 
 void Tavenor::clearRecordView()
 {
     retireWidgets(ui->datiLayout, viewWidgets);
+    linkFields.clear();
 }
 
 void Tavenor::buildRecordView(int id, const QString &table)
@@ -126,6 +136,7 @@ outputDataForm *Tavenor::makeField(int id, const QString &table, const QString &
     form->setRecordTitle(title);
     connect(form, &outputDataForm::goToList, this, &Tavenor::goToRequest);
     connect(form, &outputDataForm::goToSubList, this, &Tavenor::goToSubTableRequest);
+    connect(form, &outputDataForm::goToFilter, this, &Tavenor::callFilter);
     return form;
 }
 
@@ -168,9 +179,12 @@ void Tavenor::fillLink(outputDataForm *form, const QString &column, const QVaria
         form->setLinkTarget(target, linkedId);
         form->setXViewVisible(true);
     }
+    linkFields.append({text, target});
     placeField(form, column, value);
-    // This release cannot list the referring records yet.
-    form->setLinkButtonEnabled(false);
+    if (linkedTable(text).isEmpty()) {
+        // There is nothing to go to; what is stored can still be read.
+        form->setValue(Names::formatWord(Formats::String), value);
+    }
 }
 
 void Tavenor::placeField(outputDataForm *form, const QString &column, const QVariant &value)

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
-// Main window: table buttons, table icons, saved-filter buttons.
+// Main window: table buttons, table icons.
 #include "app/Tavenor.h"
 
 #include "app/databasepath.h"
@@ -10,7 +10,6 @@
 #include "model/markers.h"
 #include "model/names.h"
 #include "model/values.h"
-#include "storage/RowPass.h"
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
@@ -30,11 +29,9 @@ const QString NoTable = QStringLiteral("Nessuna Tabella Caricata!");
 
 void Tavenor::setTableTexts()
 {
-    ui->pbFiltersPage->setText(QStringLiteral("Filtri"));
     ui->pbReturn->setText(QStringLiteral("Indietro"));
     ui->pbCalc->setText(QStringLiteral("Calcola"));
     ui->tablesScroll->setAccessibleName(QStringLiteral("Tabelle"));
-    ui->filtersScroll->setAccessibleName(QStringLiteral("Filtri"));
     ui->leDbName->setAccessibleName(QStringLiteral("Database"));
 }
 
@@ -153,15 +150,9 @@ void Tavenor::changeTable(QString table)
     showTableHead(table);
     currentTable = table;
     markCurrentTable();
+    disableFilters();
     changeToUsersPage();
-    currentRow = 0;
-    if (listLines.isEmpty()) {
-        showCurrentRecord();
-        return;
-    }
-    currentId = recordOfRow(0);
-    selectRow(0);
-    vwRecord(currentId);
+    showFirstRecord();
 }
 
 void Tavenor::showHiddenTable()
@@ -217,24 +208,4 @@ void Tavenor::showTableMenu(const QPoint &place)
     QMenu menu;
     menu.addActions(secondDoor.mid(1));
     menu.exec(ui->listFrame->mapToGlobal(place));
-}
-
-void Tavenor::rebuildFilterButtons()
-{
-    retireWidgets(ui->filtersButtonLayout, filterButtons);
-    const TableIcons icons(databaseFolder);
-    RowPass rows(Markers::FiltersTable,
-                 {ReservedTables::Filters::Name, ReservedTables::Filters::TableName});
-    while (rows.next()) {
-        const QString name = rows.value(0).toString();
-        if (name.contains(Markers::SavedFilter)) {
-            continue;
-        }
-        const QString table = rows.value(1).toString();
-        auto *const button = new ListButtonForm;
-        filterButtons.append(button);
-        button->setSavedFilter(table, name);
-        button->setIcon(icons.icon(table));
-        ui->filtersButtonLayout->addWidget(button);
-    }
 }

@@ -45,6 +45,12 @@ double typedNumber(const QString &text, bool *ok);
 /// for a text that is none or does not fit.
 int wholePart(const QVariant &value);
 
+/// The number that a stored value holds; 0 for text that is none, "nan" and "inf" among it.
+double number(const QVariant &value);
+
+/// The whole number at the beginning of "12", "12.000000" or "12 Rossi"; 0 for any other text.
+int leadingWhole(const QString &text);
+
 /// A record's stored Id; 0, which no record of ours has, for one that does not fit.
 int recordId(const QVariant &stored);
 

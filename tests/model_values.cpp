@@ -23,6 +23,7 @@ private slots:
     void isYes();
     void date_data();
     void date();
+    void datesAreReadAsTheToolkitReadsThem();
     void anInvalidDateHasNoText();
     void everyDateIsReadBack();
     void typedNumber_data();
@@ -33,6 +34,10 @@ private slots:
     void oneCharacterId();
     void percent_data();
     void percent();
+    void number_data();
+    void number();
+    void leadingWhole_data();
+    void leadingWhole();
     void quotesDoubled_data();
     void quotesDoubled();
 };
@@ -141,6 +146,27 @@ void TestValues::date()
     QCOMPARE(Values::date(text), expected);
     if (expected.isValid()) {
         QCOMPARE(Values::dateText(expected), text);
+    }
+}
+
+void TestValues::datesAreReadAsTheToolkitReadsThem()
+{
+    const QString pattern = QStringLiteral("dd/MM/yyyy");
+    QStringList texts = {QStringLiteral("01-02/2020"),   QStringLiteral("01/02-2020"),
+                         QStringLiteral("+1/02/2020"),   QStringLiteral("01/ 2/2020"),
+                         QStringLiteral("01/02/20 0"),   QStringLiteral("01/02/-020"),
+                         QStringLiteral("aa/02/2020"),   QStringLiteral("01/02/20200"),
+                         QString::fromUtf8("٠١/٠٢/٢٠٢٠")};
+    for (const char *const year :
+         {"0000", "0001", "0099", "1899", "1900", "2000", "2023", "9999"}) {
+        for (int month = 0; month <= 13; ++month) {
+            for (int day = 0; day <= 32; ++day) {
+                texts.append(QString::asprintf("%02d/%02d/%s", day, month, year));
+            }
+        }
+    }
+    for (const QString &text : qAsConst(texts)) {
+        QVERIFY2(Values::date(text) == QDate::fromString(text, pattern), qPrintable(text));
     }
 }
 
@@ -257,6 +283,44 @@ void TestValues::percent()
     QFETCH(int, done);
     QFETCH(int, total);
     QTEST(Values::percent(done, total), "expected");
+}
+
+void TestValues::number_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<double>("expected");
+    QTest::newRow("a stored text") << QVariant("12.5") << 12.5;
+    QTest::newRow("a number") << QVariant(-3) << -3.0;
+    QTest::newRow("a comma makes no number") << QVariant("12,5") << 0.0;
+    QTest::newRow("nothing is 0") << QVariant("") << 0.0;
+    QTest::newRow("no value is 0") << QVariant() << 0.0;
+    QTest::newRow("not-a-number is 0") << QVariant("nan") << 0.0;
+    QTest::newRow("infinity is 0") << QVariant("inf") << 0.0;
+}
+
+void TestValues::number()
+{
+    QFETCH(QVariant, value);
+    QTEST(Values::number(value), "expected");
+}
+
+void TestValues::leadingWhole_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("a number") << "12" << 12;
+    QTest::newRow("a stored real") << "12.000000" << 12;
+    QTest::newRow("Id and title") << "12 Rossi" << 12;
+    QTest::newRow("blanks around") << " 12 " << 12;
+    QTest::newRow("a title") << "Rossi 12" << 0;
+    QTest::newRow("nothing") << "" << 0;
+    QTest::newRow("beyond all Ids") << "99999999999 Rossi" << 0;
+}
+
+void TestValues::leadingWhole()
+{
+    QFETCH(QString, text);
+    QTEST(Values::leadingWhole(text), "expected");
 }
 
 void TestValues::quotesDoubled_data()

@@ -32,7 +32,7 @@ const QString Loans =
 const QString Settings = QStringLiteral("CREATE TABLE settings (RINTEGERFORMAT_Id integer primary "
                                         "key,RSTRINGFORMAT_tableName text,RSTRINGFORMAT_iconPath "
                                         "text)");
-const QString Filters =
+const QString FiltersTable =
     QStringLiteral("CREATE TABLE filters (RINTEGERFORMAT_Id integer primary key,"
                    "RSTRINGFORMAT_filterName text,NSTRINGFORMAT_filterTableName text,"
                    "NSTRINGFORMAT_filterFieldName text,NSTRINGFORMAT_filterFieldValue text,"
@@ -140,7 +140,7 @@ private slots:
 void Tables::listHoldsOrdinaryTables()
 {
     const Workspace here;
-    here.sql(Books, {Note, Libri, Settings, Filters, Autori, Loans,
+    here.sql(Books, {Note, Libri, Settings, FiltersTable, Autori, Loans,
                      QStringLiteral("CREATE TABLE Settings2 (a,b)")});
     here.remember(Books);
     const Tavenor window;
@@ -183,7 +183,7 @@ void Tables::showingHiddenTablesReadsTheDatabaseAnew()
 void Tables::onlyReservedTables()
 {
     const Workspace here;
-    here.sql(Books, {Settings, Filters});
+    here.sql(Books, {Settings, FiltersTable});
     here.remember(Books);
     Tavenor window;
     QVERIFY(Window::tables(window).isEmpty());
@@ -194,7 +194,7 @@ void Tables::onlyReservedTables()
 void Tables::advancedModeListsReservedTables()
 {
     const Workspace here;
-    here.sql(Books, {Settings, Note, Libri, Filters});
+    here.sql(Books, {Settings, Note, Libri, FiltersTable});
     here.remember(Books);
     const Tavenor window;
     ModalResponder responder;
@@ -590,7 +590,7 @@ void Tables::namesArePlainText()
 void Tables::savedFilterButtons()
 {
     const Workspace here;
-    here.sql(Books, {Libri, Note, Settings, Filters,
+    here.sql(Books, {Libri, Note, Settings, FiltersTable,
                      iconRow(QStringLiteral("libri"), QStringLiteral("DB_DATA/red.png")),
                      QStringLiteral("INSERT INTO filters (RSTRINGFORMAT_filterName,"
                                     "NSTRINGFORMAT_filterTableName) VALUES ('Rossi','libri'),"
@@ -622,7 +622,7 @@ void Tables::savedFilterButtons()
 void Tables::savedFilterButtonsFollowDatabase()
 {
     const Workspace here;
-    here.sql(Books, {Libri, Filters,
+    here.sql(Books, {Libri, FiltersTable,
                      QStringLiteral("INSERT INTO filters (RSTRINGFORMAT_filterName,"
                                     "NSTRINGFORMAT_filterTableName) VALUES ('Rossi','libri')")});
     here.sql(Coins, {Autori});

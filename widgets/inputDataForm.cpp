@@ -27,12 +27,6 @@ constexpr int MostLabelWidth = 224;
 constexpr int LongTextLines = 5;
 constexpr int NumberLength = 20; // in digits
 
-/// The Id at the beginning of "12", "12.000000" or "12 Rossi"; 0 for any other text.
-int leadingWholeNumber(const QString &text)
-{
-    return Values::wholePart(text.trimmed().section(QLatin1Char(' '), 0, 0));
-}
-
 /// The text of a several-line editor. QPlainTextEdit's own conversion would turn non-breaking
 /// blanks into plain ones.
 QString wholeText(const QPlainTextEdit *editor)
@@ -217,6 +211,7 @@ void inputDataForm::setValue(const QString &format, const QVariant &value)
     showEditor(editorFor(format));
     fillEditor(value);
     isChanged = false;
+    followsLink = false;
 }
 
 void inputDataForm::setChoices(const QVector<QPair<int, QString>> &choices)
@@ -231,7 +226,7 @@ void inputDataForm::setReferenceValue(const QVariant &value)
     const QScopedValueRollback<bool> guard(isFilling, true);
     stored = value.toString();
     showEditor(Editor::Reference);
-    ui->cboxData->chooseId(leadingWholeNumber(stored));
+    ui->cboxData->chooseId(Values::leadingWhole(stored));
     isChanged = false;
 }
 
@@ -248,14 +243,15 @@ void inputDataForm::setLinkChoices(const QStringList &lines)
 
 inputDataForm::Editor inputDataForm::editorFor(const QString &format) const
 {
-    if (editorKind == Editor::Reference || Columns::isReference(column) ||
-        format.contains(Markers::Reference)) {
+    const bool isReference = Columns::isReference(column) && column.contains(Markers::Reference);
+    if (editorKind == Editor::Reference || isReference || format.contains(Markers::Reference)) {
         return Editor::Reference;
     }
     switch (kind) {
     case Formats::Kind::LongString:
-        // The folder of a record's attachments is one line.
-        return Columns::isSystemLabel(Columns::label(column)) ? Editor::Line : Editor::LongText;
+        // The folder of a record's attachments is one line, and so is what texts must contain.
+        return isCondition || Columns::isSystemLabel(Columns::label(column)) ? Editor::Line
+                                                                             : Editor::LongText;
     case Formats::Kind::Integer:
         return Editor::Whole;
     case Formats::Kind::Real:
@@ -348,7 +344,7 @@ void inputDataForm::fillEditor(const QVariant &value)
         ui->cboxData->chooseLine(stored);
         break;
     case Editor::Reference:
-        ui->cboxData->chooseId(leadingWholeNumber(stored));
+        ui->cboxData->chooseId(Values::leadingWhole(stored));
         break;
     case Editor::File:
         imagePath = stored;
@@ -390,5 +386,6 @@ void inputDataForm::noteChange()
         return;
     }
     isChanged = true;
+    followsLink = false;
     emit touched();
 }

@@ -3,6 +3,7 @@
 // One field of a record to be entered, or to be compared with by a filter.
 #pragma once
 
+#include "model/filters.h"
 #include "model/formats.h"
 
 #include <QPair>
@@ -118,6 +119,24 @@ public:
     /// Any word but "And" (in any letter case) means "Or".
     void setJoiningWord(const QString &word);
 
+    /// Marks the condition as set by a jump along a link, so that a link's texts are compared.
+    /// The next change by hand takes the mark away, and so does a new value.
+    void setFollowsLink(bool on) { followsLink = on; }
+
+    /// Everything that the condition holds, to be kept or put into another form.
+    Filters::Setting setting() const;
+
+    /// Takes value, comparison, joining word and the rest from `setting`, whose column is not
+    /// looked at. A format that is none of the program's shows the editor of this column.
+    void setSetting(const Filters::Setting &setting);
+
+    /// The condition, its value read, for columns of `format`; asks and says nothing.
+    Filters::Condition condition(const QString &format) const;
+
+    /// True when a record's value, its quotes doubled, passes; `format` is the column's. A field
+    /// that does not take part lets everything pass.
+    bool match(const QString &format, const QVariant &value) const;
+
     /// The editor that is shown; null for a format without one.
     QWidget *editor() const;
     void focusEditor();
@@ -175,6 +194,7 @@ private:
     std::array<SwitchButton *, 7> switches() const;
     std::array<QPushButton *, 5> conditionButtons() const;
     void checkOnly(QPushButton *condition);
+    QString comparedText() const;
 
     QString recordFolder() const;
     QStringList attachableSuffixes() const;
@@ -197,6 +217,7 @@ private:
     bool isChanged = false;
     bool active = false;
     bool isCondition = false;
+    bool followsLink = false;
 
     QString basePath;
     QString attachmentFolder;

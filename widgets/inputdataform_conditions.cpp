@@ -5,22 +5,9 @@
 
 #include "ui_inputDataForm.h"
 
-namespace
-{
-
-const QLatin1String And("And");
-const QLatin1String Or("Or");
-
-/// The names of the conditions, in the order in which their buttons decide.
-const std::array<QLatin1String, 4> &conditionNames()
-{
-    static const std::array<QLatin1String, 4> names = {
-        QLatin1String("Equal"), QLatin1String("Disequal"), QLatin1String("Major"),
-        QLatin1String("Minor")};
-    return names;
-}
-
-} // namespace
+#include "model/columns.h"
+#include "model/markers.h"
+#include "model/values.h"
 
 void inputDataForm::connectConditions()
 {
@@ -33,8 +20,12 @@ void inputDataForm::connectConditions()
     for (QPushButton *button : conditionButtons()) {
         connect(button, &QPushButton::clicked, this, [this, button] { checkOnly(button); });
     }
-    connect(ui->pbAnd, &QPushButton::clicked, this, [this] { setJoiningWord(And); });
-    connect(ui->pbOr, &QPushButton::clicked, this, [this] { setJoiningWord(Or); });
+    connect(ui->pbAnd, &QPushButton::clicked, this, [this] { setJoiningWord(Filters::And); });
+    connect(ui->pbOr, &QPushButton::clicked, this, [this] { setJoiningWord(Filters::Or); });
+    for (SwitchButton *button : switches()) {
+        // A condition that a person has changed is no longer the one of the jump.
+        connect(button, &QPushButton::clicked, this, [this] { followsLink = false; });
+    }
 }
 
 void inputDataForm::setFilterRole(bool on)
@@ -68,13 +59,13 @@ void inputDataForm::checkOnly(QPushButton *condition)
 
 QString inputDataForm::conditionName() const
 {
-    const auto buttons = conditionButtons();
-    for (std::size_t position = 0; position < conditionNames().size(); ++position) {
-        if (buttons.at(position)->isChecked()) {
-            return conditionNames().at(position);
+    std::size_t position = 0;
+    for (const Filters::Comparison comparison : Filters::comparisons()) {
+        if (conditionButtons().at(position++)->isChecked()) {
+            return Filters::comparisonName(comparison);
         }
     }
-    return QStringLiteral("NoCondition");
+    return Filters::comparisonName(Filters::Comparison::None);
 }
 
 void inputDataForm::setConditionName(const QString &name)
@@ -84,11 +75,10 @@ void inputDataForm::setConditionName(const QString &name)
         // Deliberate: pbDiff stays as it is.
         button->setChecked(button == ui->pbDiff && button->isChecked());
     }
-    for (std::size_t position = 0; position < conditionNames().size(); ++position) {
-        if (name.compare(conditionNames().at(position), Qt::CaseInsensitive) == 0) {
-            buttons.at(position)->setChecked(true);
-            return;
-        }
+    const int position = Filters::comparisons().indexOf(Filters::comparisonNamed(name));
+    if (position >= 0) {
+        buttons.at(std::size_t(position))->setChecked(true);
+        return;
     }
     ui->pbNoFilter->setChecked(true);
     setActive(false);
@@ -137,12 +127,62 @@ void inputDataForm::deactivatedByButton()
 
 QString inputDataForm::joiningWord() const
 {
-    return ui->pbAnd->isChecked() ? And : Or;
+    return ui->pbAnd->isChecked() ? Filters::And : Filters::Or;
 }
 
 void inputDataForm::setJoiningWord(const QString &word)
 {
-    const bool isAnd = word.compare(And, Qt::CaseInsensitive) == 0;
+    const bool isAnd = Filters::isAnd(word);
     ui->pbAnd->setChecked(isAnd);
     ui->pbOr->setChecked(!isAnd);
+}
+
+Filters::Setting inputDataForm::setting() const
+{
+    Filters::Setting setting;
+    setting.column = column;
+    setting.format = formatName;
+    setting.value = rawText();
+    setting.comparison = Filters::comparisonNamed(conditionName());
+    setting.active = active;
+    setting.joinsWithAnd = Filters::isAnd(joiningWord());
+    setting.followsLink = followsLink;
+    return setting;
+}
+
+void inputDataForm::setSetting(const Filters::Setting &setting)
+{
+    const bool isKnown = Formats::kindOf(setting.format) != Formats::Kind::Other ||
+                         setting.format.contains(Markers::Reference);
+    setValue(isKnown ? setting.format : Filters::comparedFormat(column), setting.value);
+    clearCondition();
+    setConditionName(Filters::comparisonName(setting.comparison));
+    setActive(setting.active);
+    setJoiningWord(setting.joinsWithAnd ? Filters::And : Filters::Or);
+    setFollowsLink(setting.followsLink);
+}
+
+/// What records are compared with: the value as the editor shows it.
+QString inputDataForm::comparedText() const
+{
+    switch (editorKind) {
+    case Editor::Whole:
+        return QString::number(ui->sbNum->value());
+    case Editor::YesNo:
+        return ui->cbData->isChecked() ? Values::YesText : Values::NoText;
+    default:
+        return Values::quotesDoubled(rawText());
+    }
+}
+
+Filters::Condition inputDataForm::condition(const QString &format) const
+{
+    const Filters::Comparison comparison =
+        active ? Filters::comparisonNamed(conditionName()) : Filters::Comparison::None;
+    return {format, comparison, comparedText(), followsLink};
+}
+
+bool inputDataForm::match(const QString &format, const QVariant &value) const
+{
+    return condition(format).matches(value.toString());
 }

@@ -94,11 +94,6 @@ void outputDataForm::setLinkButtonVisible(bool visible)
     ui->pbLink->setVisible(visible);
 }
 
-void outputDataForm::setLinkButtonEnabled(bool enabled)
-{
-    ui->pbLink->setEnabled(enabled);
-}
-
 void outputDataForm::setLinkTarget(QString table, int id)
 {
     linkTable = std::move(table);

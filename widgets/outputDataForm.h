@@ -41,9 +41,6 @@ public:
     /// Shows or hides the button that lists the records which refer to this one.
     void setLinkButtonVisible(bool visible);
 
-    /// Whether that button can be pressed.
-    void setLinkButtonEnabled(bool enabled);
-
     void setRecordId(int id) { recordId = id; }
 
     /// The record that the goToX() button leads to.

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The lines that choice lists offer for the records of another table.
+#pragma once
+
+#include "model/columns.h"
+
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// Each list is read in one pass, in the order of the table.
+namespace RecordChoices
+{
+
+/// Id and line of each record of a referenced table; the line is its Id and what stands in its
+/// second column. `columns` are the table's.
+QVector<QPair<int, QString>> idsAndTitles(const QString &table, const QStringList &columns);
+
+/// Id and referenced field of each record of a referenced table.
+QVector<QPair<int, QString>> fieldValues(const Columns::Reference &reference);
+
+/// The link text of each record of a linked table: its Id and its line in the record list.
+QStringList linkLines(const QString &table, const QStringList &columns);
+
+} // namespace RecordChoices
