@@ -80,10 +80,13 @@ newTableElement::newTableElement(QWidget *parent)
     ui->subFrame->hide();
     showLinkTargets(false);
     ui->verticalLayout->setAlignment(Qt::AlignTop);
+    dimNumber();
+    alignColumns();
     fillTypes();
     connectEditors();
     setTexts();
-    for (QComboBox *box : {ui->cbType, ui->cbExistList, ui->cbExistField, ui->cbExistList2}) {
+    QComboBox *const boxes[] = {ui->cbType, ui->cbExistList, ui->cbExistField, ui->cbExistList2};
+    for (QComboBox *box : boxes) {
         WheelGuard::protect(box);
     }
 }
@@ -257,9 +260,82 @@ void newTableElement::focusName()
             break;
         }
     }
-    ui->leName->selectAll();
-    editor->setFocus(Qt::OtherFocusReason);
+    editor->setFocus(Qt::TabFocusReason); // selects the text of a line
     bringIntoView(this);
+}
+
+void newTableElement::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        alignColumns();
+    } else if (event->type() == QEvent::PaletteChange) {
+        dimNumber();
+    }
+}
+
+/// By colour and not by role: the placeholder's brush may be one that paints nothing.
+void newTableElement::dimNumber()
+{
+    QPalette dimmed;
+    dimmed.setColor(QPalette::WindowText, palette().color(QPalette::PlaceholderText));
+    ui->lbNumber->setPalette(dimmed);
+}
+
+/// Gives the number and the name the same room in every row, whatever stands there, so that the
+/// controls of all rows stand in columns.
+void newTableElement::alignColumns()
+{
+    const QFontMetrics metrics = ui->lbNumber->fontMetrics();
+    ui->lbNumber->setMinimumWidth(metrics.horizontalAdvance(QStringLiteral("00")));
+    ui->nameFrame->setMinimumWidth(ui->lbExistList2->sizeHint().width() +
+                                   ui->nameLayout->spacing() +
+                                   ui->cbExistList2->minimumSizeHint().width());
+}
+
+/// What the card needs for everything but insertFromFrame in one line.
+int newTableElement::widthWithoutSource() const
+{
+    const QMargins margins = ui->cardLayout->contentsMargins();
+    int width = margins.left() + margins.right() + 2 * ui->card->frameWidth();
+    for (const QWidget *part : {static_cast<const QWidget *>(ui->lbNumber),
+                                static_cast<const QWidget *>(ui->tableElementsPages)}) {
+        width += part->minimumSizeHint().width() + ui->columnLayout->horizontalSpacing();
+    }
+    return width + ui->pbAddNew->sizeHint().width();
+}
+
+QSize newTableElement::minimumSizeHint() const
+{
+    const QMargins margins = ui->cardLayout->contentsMargins();
+    const int subRowsWidth = ui->subFrame->isHidden() ? 0
+                                                      : ui->subFrame->minimumSizeHint().width() +
+                                                            margins.left() + margins.right();
+    return {qMax(widthWithoutSource(), subRowsWidth), QWidget::minimumSizeHint().height()};
+}
+
+void newTableElement::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeSource();
+}
+
+/// On a narrow page the choice of copying a field stands in a line of its own.
+void newTableElement::placeSource()
+{
+    const int wanted =
+        ui->insertFromFrame->minimumSizeHint().width() + ui->columnLayout->horizontalSpacing();
+    const bool isNarrow = width() < widthWithoutSource() + wanted;
+    if (isNarrow == isSourceBelow) {
+        return;
+    }
+    isSourceBelow = isNarrow;
+    ui->columnLayout->removeWidget(ui->insertFromFrame);
+    if (isNarrow) {
+        ui->columnLayout->addWidget(ui->insertFromFrame, 1, 1);
+    } else {
+        ui->columnLayout->addWidget(ui->insertFromFrame, 0, 2);
+    }
 }
 
 void newTableElement::sendNewAdd()
@@ -312,20 +388,14 @@ void newTableElement::changeFieldType(QString selType)
         ui->cbRequired->setEnabled(false);
         ui->subFrame->hide();
         showLinkTargets(true);
-        showName(false);
+        ui->leName->hide();
         return;
     }
     // Deliberate: a picture comes here too, so it can be required after all, unlike a PDF.
     ui->cbRequired->setEnabled(true);
     ui->subFrame->hide();
-    showName(true);
+    ui->leName->show();
     clearSubElements();
-}
-
-void newTableElement::showName(bool on)
-{
-    ui->lbName->setVisible(on);
-    ui->leName->setVisible(on);
 }
 
 void newTableElement::showLinkTargets(bool on)
@@ -342,6 +412,7 @@ void newTableElement::addNewTableElement()
 /// The signals are connected before the tables are given: the row asks for fields at once.
 newTableElement *newTableElement::appendSubRow()
 {
+    const newTableElement &before = subElements.isEmpty() ? *this : *subElements.last();
     auto *const row = new newTableElement;
     subElements.append(row);
     row->removeSubtableType();
@@ -352,5 +423,18 @@ newTableElement *newTableElement::appendSubRow()
     row->setTables(allTables, linkTables);
     row->setNumber(subElements.size());
     ui->subLayout->addWidget(row);
+    row->followInTabOrder(before);
     return row;
+}
+
+/// Without this the Tab key reaches a sub-row only after all that stands below its card.
+void newTableElement::followInTabOrder(const newTableElement &before)
+{
+    QWidget *const controls[] = {ui->leName,      ui->cbExistList2, ui->cbType,      ui->cbRequired,
+                                 ui->cbExistList, ui->cbExistField, ui->cbFromTable, ui->pbAddNew};
+    QWidget *last = before.ui->pbAddNew;
+    for (QWidget *control : controls) {
+        setTabOrder(last, control);
+        last = control;
+    }
 }

@@ -81,6 +81,9 @@ public:
     /// to the row.
     void focusName();
 
+    /// As narrow as with the choice of copying a field below the other controls.
+    QSize minimumSizeHint() const override;
+
 signals:
     void addNewElem();
     void changeTable(newTableElement *, QString table);
@@ -93,14 +96,22 @@ public slots:
     void changeFieldType(QString selType);
     void addNewTableElement();
 
+protected:
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void fillTypes();
     void connectEditors();
     void setTexts();
     void nameControls();
-    void showName(bool on);
     void showLinkTargets(bool on);
+    void dimNumber();
+    void alignColumns();
+    int widthWithoutSource() const;
+    void placeSource();
     newTableElement *appendSubRow();
+    void followInTabOrder(const newTableElement &before);
 
     const std::unique_ptr<Ui::newTableElement> ui;
     QString tableName;
@@ -113,4 +124,5 @@ private:
     QStringList allTables;
     QStringList linkTables;
     bool isSubElement = false;
+    bool isSourceBelow = false;
 };
