@@ -1230,8 +1230,9 @@ void Designer::sixtyRows()
     for (int i = 1; i <= 60; ++i) {
         newTableElement &row = DesignerPage::nextRow(*program.window);
         QCoreApplication::processEvents();
-        const QRect place(row.mapTo(page->viewport(), QPoint()), row.size());
-        QVERIFY2(page->viewport()->rect().contains(place), qPrintable(QString::number(i)));
+        const int top = row.mapTo(page->viewport(), QPoint()).y();
+        QVERIFY2(top >= 0 && top + row.height() <= page->viewport()->height(),
+                 qPrintable(QString::number(i)));
         DesignerPage::fill(row, QStringLiteral("STRING"), QStringLiteral("c%1").arg(i));
         columns.append(QStringLiteral("NSTRINGFORMAT_c%1 text").arg(i));
     }
