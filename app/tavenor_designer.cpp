@@ -4,6 +4,7 @@
 #include "app/Tavenor.h"
 
 #include "app/ownedwidgets.h"
+#include "app/pageforms.h"
 #include "model/formats.h"
 #include "model/markers.h"
 #include "model/names.h"
@@ -159,6 +160,22 @@ void Tavenor::showDesigner()
     ui->stPages->setCurrentIndex(DesignerPage);
     // The entry page is left for good, if it was open.
     clearInputPage();
+    putHeadBeforeRows();
+}
+
+// Rows come last in the keyboard's order, wherever the rest of the page stands in it.
+void Tavenor::putHeadBeforeRows()
+{
+    QWidget *last = previousInFocusChain();
+    while ((last->focusPolicy() & Qt::TabFocus) == 0) {
+        last = last->previousInFocusChain();
+    }
+    for (QWidget *const control :
+         {static_cast<QWidget *>(ui->leTableName), static_cast<QWidget *>(ui->cbHiddenTable),
+          static_cast<QWidget *>(ui->leIconData), static_cast<QWidget *>(ui->pbIconImage)}) {
+        setTabOrder(last, control);
+        last = control;
+    }
 }
 
 void Tavenor::addNewTableElement()
@@ -185,6 +202,9 @@ newTableElement *Tavenor::appendDesignerRow()
     row->setTables(allTables, linkTargets());
     ui->newTableLayout->addWidget(row);
     row->show();
+    QPushButton *const cancel = ui->bbNewTable->button(QDialogButtonBox::Cancel);
+    setTabOrder(lastTabStop(row), cancel);
+    setTabOrder(cancel, ui->bbNewTable->button(QDialogButtonBox::Ok));
     return row;
 }
 

@@ -166,6 +166,7 @@ private slots:
 
     void rowsAreNumberedAndFocused();
     void returnAddsARow();
+    void tabFollowsTheEye();
     void sixtyRows();
     void cancelled();
     void leftByOtherCommands_data();
@@ -1217,6 +1218,37 @@ void Designer::returnAddsARow()
     QVERIFY(statement(program, QStringLiteral("libri"))
                 .endsWith(QStringLiteral(" NSTRINGFORMAT_Prezzo text, NSTRINGFORMAT_Editore "
                                          "text)")));
+}
+
+void Designer::tabFollowsTheEye()
+{
+    Started program(Library);
+    QVERIFY(program.show());
+    // Also when the page is opened again.
+    for (int time = 0; time < 2; ++time) {
+        DesignerPage::openNew(*program.window);
+        DesignerPage::addSubTable(*program.window, QStringLiteral("Voci"),
+                                  {QStringLiteral("STRING Voce"), QStringLiteral("DATE Data")});
+        DesignerPage::add(*program.window, QStringLiteral("STRING"), QStringLiteral("Nome"));
+        QCoreApplication::processEvents();
+        Window::get<QWidget>(*program.window, "leTableName")->setFocus();
+        QStringList walked;
+        for (int key = 0; key < 40; ++key) {
+            const QWidget *const focus = program.window->focusWidget();
+            const auto *const button = qobject_cast<const QPushButton *>(focus);
+            const bool isNamed = button == nullptr || !focus->objectName().isEmpty();
+            walked.append(isNamed ? focus->objectName() : button->text());
+            if (walked.last() == QStringLiteral("OK")) {
+                break;
+            }
+            QTest::keyClick(program.window->focusWidget(), Qt::Key_Tab);
+        }
+        walked.removeAll(QStringLiteral("cbRequired"));
+        const QString row = QStringLiteral(" leName cbType cbFromTable pbAddNew");
+        QCOMPARE(walked.join(QLatin1Char(' ')),
+                 QStringLiteral("leTableName cbHiddenTable leIconData pbIconImage") +
+                     row.repeated(4) + QStringLiteral(" Annulla OK"));
+    }
 }
 
 void Designer::sixtyRows()
