@@ -10,12 +10,8 @@
 #include "model/names.h"
 #include "model/sqlnames.h"
 #include "model/subtables.h"
-#include "model/values.h"
-#include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/newTableElement.h"
-
-#include <algorithm>
 
 namespace
 {
@@ -279,14 +275,10 @@ bool Tavenor::refuseTableName(const QString &table)
     }
     const QString typed = ui->leTableName->text();
     const QString reason = SqlNames::tableRefusal(typed, table);
-    const QStringList tables = db->tables();
-    const bool differsInCaseOnly =
-        !tables.contains(table) &&
-        std::any_of(tables.begin(), tables.end(),
-                    [&table](const QString &name) { return SqlNames::isSameName(name, table); });
     if (!reason.isEmpty()) {
         warn(creationRefused(typed, reason));
-    } else if (differsInCaseOnly) {
+    } else if (existingTable(table) != table) {
+        // To the database a name in other letter case is the same table.
         warnNameTaken(table);
     } else {
         return false;

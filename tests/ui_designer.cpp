@@ -148,6 +148,10 @@ private slots:
     void refusedNewTable();
     void refusedFields_data();
     void refusedFields();
+    void lostLinkIsRefused();
+    void copiedFieldOfAnotherProgram();
+    void tableOfAnotherProgram();
+    void unusedSubRowsAreNotTested();
     void refusedRowGetsTheFocus();
     void correctedAfterRefusal();
     void twoLinksToOneTable();
@@ -911,6 +915,84 @@ void Designer::refusedFields()
     QVERIFY(DesignerPage::isOpen(*program.window));
     QCOMPARE(typed(*program.window), page);
     QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::lostLinkIsRefused()
+{
+    // Its texts would be written as numbers, because the table's name becomes the field's.
+    const Started program({QStringLiteral("CREATE TABLE HIDDENTABLE_REALI (x)")});
+    DesignerPage::openNew(*program.window);
+    DesignerPage::typeName(*program.window, QStringLiteral("soci"));
+    DesignerPage::fillLink(DesignerPage::nextRow(*program.window), QStringLiteral("#REALI"));
+    const QByteArray before = program.here.read(Database);
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{CreateRefused.arg(QStringLiteral("soci")) +
+                         QStringLiteral("Il nome '#REALI' contiene una parola riservata al "
+                                        "programma.")});
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::copiedFieldOfAnotherProgram()
+{
+    const Started program(Library +
+                          QStringList{QStringLiteral("CREATE TABLE arte (RINTEGERFORMAT_Id integer "
+                                                     "primary key,\"NSTRINGFORMAT_L'età\" text)")});
+    DesignerPage::openAdd(*program.window);
+    DesignerPage::fillCopied(DesignerPage::nextRow(*program.window), QStringLiteral("arte"),
+                             QStringLiteral("L'età"));
+    const QByteArray before = program.here.read(Database);
+    const QString column = QStringLiteral("Xarte_XDTX_NSTRINGFORMAT_L'età");
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{AddRefused.arg(column, QStringLiteral("libri")) +
+                         QStringLiteral("Il nome '%1' contiene caratteri non ammessi: usare solo "
+                                        "lettere, cifre e '_'.")
+                             .arg(column)});
+    QVERIFY(DesignerPage::isOpen(*program.window));
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::tableOfAnotherProgram()
+{
+    const QString table = QStringLiteral("l'arte");
+    const Started program(Library +
+                          QStringList{QStringLiteral("CREATE TABLE \"l'arte\" (RINTEGERFORMAT_Id "
+                                                     "integer primary key,RSTRINGFORMAT_a text)")});
+    program.window->changeTable(table);
+    DesignerPage::openAdd(*program.window);
+    DesignerPage::add(*program.window, QStringLiteral("STRING"), QStringLiteral("Nome"));
+    const QByteArray before = program.here.read(Database);
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{AddRefused.arg(QStringLiteral("Nome"), table) +
+                         QStringLiteral("Il nome '%1' contiene caratteri non ammessi: usare solo "
+                                        "lettere, cifre e '_'.")
+                             .arg(table)});
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::unusedSubRowsAreNotTested()
+{
+    // A row that left SUBTABLE for LINK keeps them out of sight.
+    const Started program({QStringLiteral("CREATE TABLE HIDDENTABLE_note (x)")});
+    DesignerPage::openNew(*program.window);
+    DesignerPage::typeName(*program.window, QStringLiteral("soci"));
+    const newTableElement &row = DesignerPage::addSubTable(*program.window, QStringLiteral("Voci"),
+                                                           {QStringLiteral("STRING l'ora")});
+    DesignerPage::fillLink(row, QStringLiteral("#note"));
+    const ModalResponder responder;
+    DesignerPage::accept(*program.window);
+    QCOMPARE(statement(program, QStringLiteral("soci")),
+             created(QStringLiteral("soci"),
+                     QStringLiteral("NLINKFORMAT_＃note text,NLONGSTRINGFORMAT_UserPath ")));
+    QVERIFY(program.rows(QStringLiteral("subtablesconfigs")).isEmpty());
 }
 
 void Designer::refusedRowGetsTheFocus()
