@@ -20,7 +20,7 @@ namespace
 // names that a copied field is made of.
 QString nameOf(const newTableElement &row)
 {
-    const QString column = row.columnDefinition().first;
+    QString column = row.columnDefinition().first;
     switch (row.kind()) {
     case newTableElement::Kind::Typed:
         return row.typedLabel();
