@@ -261,6 +261,7 @@ private:
     void setDesignerTexts();
     void connectDesigner();
     void showDesigner();
+    void putHeadBeforeRows();
     /// Adds a row that asks for one more column, the sub-tables of sub-tables left out.
     newTableElement *appendFieldRow();
     newTableElement *appendDesignerRow();

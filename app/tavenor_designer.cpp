@@ -4,17 +4,14 @@
 #include "app/Tavenor.h"
 
 #include "app/ownedwidgets.h"
+#include "app/pageforms.h"
 #include "model/formats.h"
 #include "model/markers.h"
 #include "model/names.h"
 #include "model/sqlnames.h"
 #include "model/subtables.h"
-#include "model/values.h"
-#include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/newTableElement.h"
-
-#include <algorithm>
 
 namespace
 {
@@ -23,7 +20,7 @@ namespace
 // names that a copied field is made of.
 QString nameOf(const newTableElement &row)
 {
-    const QString column = row.columnDefinition().first;
+    QString column = row.columnDefinition().first;
     switch (row.kind()) {
     case newTableElement::Kind::Typed:
         return row.typedLabel();
@@ -159,6 +156,22 @@ void Tavenor::showDesigner()
     ui->stPages->setCurrentIndex(DesignerPage);
     // The entry page is left for good, if it was open.
     clearInputPage();
+    putHeadBeforeRows();
+}
+
+// Rows come last in the keyboard's order, wherever the rest of the page stands in it.
+void Tavenor::putHeadBeforeRows()
+{
+    QWidget *last = previousInFocusChain();
+    while ((last->focusPolicy() & Qt::TabFocus) == 0) {
+        last = last->previousInFocusChain();
+    }
+    for (QWidget *const control :
+         {static_cast<QWidget *>(ui->leTableName), static_cast<QWidget *>(ui->cbHiddenTable),
+          static_cast<QWidget *>(ui->leIconData), static_cast<QWidget *>(ui->pbIconImage)}) {
+        setTabOrder(last, control);
+        last = control;
+    }
 }
 
 void Tavenor::addNewTableElement()
@@ -185,6 +198,9 @@ newTableElement *Tavenor::appendDesignerRow()
     row->setTables(allTables, linkTargets());
     ui->newTableLayout->addWidget(row);
     row->show();
+    QPushButton *const cancel = ui->bbNewTable->button(QDialogButtonBox::Cancel);
+    setTabOrder(lastTabStop(row), cancel);
+    setTabOrder(cancel, ui->bbNewTable->button(QDialogButtonBox::Ok));
     return row;
 }
 
@@ -259,14 +275,10 @@ bool Tavenor::refuseTableName(const QString &table)
     }
     const QString typed = ui->leTableName->text();
     const QString reason = SqlNames::tableRefusal(typed, table);
-    const QStringList tables = db->tables();
-    const bool differsInCaseOnly =
-        !tables.contains(table) &&
-        std::any_of(tables.begin(), tables.end(),
-                    [&table](const QString &name) { return SqlNames::isSameName(name, table); });
     if (!reason.isEmpty()) {
         warn(creationRefused(typed, reason));
-    } else if (differsInCaseOnly) {
+    } else if (existingTable(table) != table) {
+        // To the database a name in other letter case is the same table.
         warnNameTaken(table);
     } else {
         return false;

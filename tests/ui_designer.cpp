@@ -148,6 +148,10 @@ private slots:
     void refusedNewTable();
     void refusedFields_data();
     void refusedFields();
+    void lostLinkIsRefused();
+    void copiedFieldOfAnotherProgram();
+    void tableOfAnotherProgram();
+    void unusedSubRowsAreNotTested();
     void refusedRowGetsTheFocus();
     void correctedAfterRefusal();
     void twoLinksToOneTable();
@@ -166,6 +170,7 @@ private slots:
 
     void rowsAreNumberedAndFocused();
     void returnAddsARow();
+    void tabFollowsTheEye();
     void sixtyRows();
     void cancelled();
     void leftByOtherCommands_data();
@@ -912,6 +917,84 @@ void Designer::refusedFields()
     QCOMPARE(program.here.read(Database), before);
 }
 
+void Designer::lostLinkIsRefused()
+{
+    // Its texts would be written as numbers, because the table's name becomes the field's.
+    const Started program({QStringLiteral("CREATE TABLE HIDDENTABLE_REALI (x)")});
+    DesignerPage::openNew(*program.window);
+    DesignerPage::typeName(*program.window, QStringLiteral("soci"));
+    DesignerPage::fillLink(DesignerPage::nextRow(*program.window), QStringLiteral("#REALI"));
+    const QByteArray before = program.here.read(Database);
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{CreateRefused.arg(QStringLiteral("soci")) +
+                         QStringLiteral("Il nome '#REALI' contiene una parola riservata al "
+                                        "programma.")});
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::copiedFieldOfAnotherProgram()
+{
+    const Started program(Library +
+                          QStringList{QStringLiteral("CREATE TABLE arte (RINTEGERFORMAT_Id integer "
+                                                     "primary key,\"NSTRINGFORMAT_L'età\" text)")});
+    DesignerPage::openAdd(*program.window);
+    DesignerPage::fillCopied(DesignerPage::nextRow(*program.window), QStringLiteral("arte"),
+                             QStringLiteral("L'età"));
+    const QByteArray before = program.here.read(Database);
+    const QString column = QStringLiteral("Xarte_XDTX_NSTRINGFORMAT_L'età");
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{AddRefused.arg(column, QStringLiteral("libri")) +
+                         QStringLiteral("Il nome '%1' contiene caratteri non ammessi: usare solo "
+                                        "lettere, cifre e '_'.")
+                             .arg(column)});
+    QVERIFY(DesignerPage::isOpen(*program.window));
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::tableOfAnotherProgram()
+{
+    const QString table = QStringLiteral("l'arte");
+    const Started program(Library +
+                          QStringList{QStringLiteral("CREATE TABLE \"l'arte\" (RINTEGERFORMAT_Id "
+                                                     "integer primary key,RSTRINGFORMAT_a text)")});
+    program.window->changeTable(table);
+    DesignerPage::openAdd(*program.window);
+    DesignerPage::add(*program.window, QStringLiteral("STRING"), QStringLiteral("Nome"));
+    const QByteArray before = program.here.read(Database);
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{AddRefused.arg(QStringLiteral("Nome"), table) +
+                         QStringLiteral("Il nome '%1' contiene caratteri non ammessi: usare solo "
+                                        "lettere, cifre e '_'.")
+                             .arg(table)});
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::unusedSubRowsAreNotTested()
+{
+    // A row that left SUBTABLE for LINK keeps them out of sight.
+    const Started program({QStringLiteral("CREATE TABLE HIDDENTABLE_note (x)")});
+    DesignerPage::openNew(*program.window);
+    DesignerPage::typeName(*program.window, QStringLiteral("soci"));
+    const newTableElement &row = DesignerPage::addSubTable(*program.window, QStringLiteral("Voci"),
+                                                           {QStringLiteral("STRING l'ora")});
+    DesignerPage::fillLink(row, QStringLiteral("#note"));
+    const ModalResponder responder;
+    DesignerPage::accept(*program.window);
+    QCOMPARE(statement(program, QStringLiteral("soci")),
+             created(QStringLiteral("soci"),
+                     QStringLiteral("NLINKFORMAT_＃note text,NLONGSTRINGFORMAT_UserPath ")));
+    QVERIFY(program.rows(QStringLiteral("subtablesconfigs")).isEmpty());
+}
+
 void Designer::refusedRowGetsTheFocus()
 {
     Started program(Library);
@@ -962,7 +1045,10 @@ void Designer::twoLinksToOneTable()
     const QStringList before = contents(program);
     const QStringList page = typed(*program.window);
     ModalResponder responder;
-    responder.answer(QMessageBox::Ok);
+    // Nobody is kept waiting by the box: another program can write while it is shown.
+    responder.answer(QMessageBox::Ok, [&program](const QMessageBox &) {
+        program.sql(QStringLiteral("INSERT INTO HIDDENTABLE_note VALUES (1)"));
+    });
     DesignerPage::accept(*program.window);
     QCOMPARE(responder.takeTexts(),
              QStringList{CreateRefused.arg(QStringLiteral("soci")) +
@@ -1219,6 +1305,37 @@ void Designer::returnAddsARow()
                                          "text)")));
 }
 
+void Designer::tabFollowsTheEye()
+{
+    Started program(Library);
+    QVERIFY(program.show());
+    // Also when the page is opened again.
+    for (int time = 0; time < 2; ++time) {
+        DesignerPage::openNew(*program.window);
+        DesignerPage::addSubTable(*program.window, QStringLiteral("Voci"),
+                                  {QStringLiteral("STRING Voce"), QStringLiteral("DATE Data")});
+        DesignerPage::add(*program.window, QStringLiteral("STRING"), QStringLiteral("Nome"));
+        QCoreApplication::processEvents();
+        Window::get<QWidget>(*program.window, "leTableName")->setFocus();
+        QStringList walked;
+        for (int key = 0; key < 40; ++key) {
+            const QWidget *const focus = program.window->focusWidget();
+            const auto *const button = qobject_cast<const QPushButton *>(focus);
+            const bool isNamed = button == nullptr || !focus->objectName().isEmpty();
+            walked.append(isNamed ? focus->objectName() : button->text());
+            if (walked.last() == QStringLiteral("OK")) {
+                break;
+            }
+            QTest::keyClick(program.window->focusWidget(), Qt::Key_Tab);
+        }
+        walked.removeAll(QStringLiteral("cbRequired"));
+        const QString row = QStringLiteral(" leName cbType cbFromTable pbAddNew");
+        QCOMPARE(walked.join(QLatin1Char(' ')),
+                 QStringLiteral("leTableName cbHiddenTable leIconData pbIconImage") +
+                     row.repeated(4) + QStringLiteral(" Annulla OK"));
+    }
+}
+
 void Designer::sixtyRows()
 {
     Started program(Library);
@@ -1230,8 +1347,9 @@ void Designer::sixtyRows()
     for (int i = 1; i <= 60; ++i) {
         newTableElement &row = DesignerPage::nextRow(*program.window);
         QCoreApplication::processEvents();
-        const QRect place(row.mapTo(page->viewport(), QPoint()), row.size());
-        QVERIFY2(page->viewport()->rect().contains(place), qPrintable(QString::number(i)));
+        const int top = row.mapTo(page->viewport(), QPoint()).y();
+        QVERIFY2(top >= 0 && top + row.height() <= page->viewport()->height(),
+                 qPrintable(QString::number(i)));
         DesignerPage::fill(row, QStringLiteral("STRING"), QStringLiteral("c%1").arg(i));
         columns.append(QStringLiteral("NSTRINGFORMAT_c%1 text").arg(i));
     }

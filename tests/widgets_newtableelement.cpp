@@ -73,6 +73,7 @@ private slots:
     void theFocusGoesToTheFirstEditor_data();
     void theFocusGoesToTheFirstEditor();
     void theFocusedRowIsScrolledTo();
+    void theTabKeyFollowsTheEye();
     void theWheelPassesOver_data();
     void theWheelPassesOver();
     void namesItsControls();
@@ -909,6 +910,30 @@ void TestNewTableElement::theFocusedRowIsScrolledTo()
     QTRY_VERIFY(page.shows(row->subRows().last()));
     page.rows.first()->focusName();
     QTRY_VERIFY(page.shows(page.rows.first()));
+}
+
+void TestNewTableElement::theTabKeyFollowsTheEye()
+{
+    const Page page(3, 1000);
+    newTableElement &first = *page.rows.first();
+    chooseType(first, QStringLiteral("SUBTABLE"));
+    first.addNewTableElement();
+    check(*first.subRows().at(1), "cbFromTable")->click();
+    chooseType(*page.rows.at(1), QStringLiteral("LINK"));
+    QApplication::processEvents();
+    const newTableElement &last = *page.rows.last();
+    QStringList reached;
+    first.focusName();
+    while (!nameLine(last)->hasFocus() && reached.size() < 30) {
+        const QWidget *const control = QApplication::focusWidget();
+        reached.append(control->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(reached.join(QLatin1Char(' ')),
+             QStringLiteral("leName cbType cbFromTable pbAddNew "
+                            "leName cbType cbRequired cbFromTable pbAddNew "
+                            "cbExistList cbExistField cbFromTable pbAddNew "
+                            "cbExistList2 cbType cbFromTable pbAddNew"));
 }
 
 void TestNewTableElement::theWheelPassesOver_data()

@@ -412,6 +412,7 @@ void newTableElement::addNewTableElement()
 /// The signals are connected before the tables are given: the row asks for fields at once.
 newTableElement *newTableElement::appendSubRow()
 {
+    const newTableElement &before = subElements.isEmpty() ? *this : *subElements.last();
     auto *const row = new newTableElement;
     subElements.append(row);
     row->removeSubtableType();
@@ -422,5 +423,18 @@ newTableElement *newTableElement::appendSubRow()
     row->setTables(allTables, linkTables);
     row->setNumber(subElements.size());
     ui->subLayout->addWidget(row);
+    row->followInTabOrder(before);
     return row;
+}
+
+/// Without this the Tab key reaches a sub-row only after all that stands below its card.
+void newTableElement::followInTabOrder(const newTableElement &before)
+{
+    QWidget *const controls[] = {ui->leName,      ui->cbExistList2, ui->cbType,      ui->cbRequired,
+                                 ui->cbExistList, ui->cbExistField, ui->cbFromTable, ui->pbAddNew};
+    QWidget *last = before.ui->pbAddNew;
+    for (QWidget *control : controls) {
+        setTabOrder(last, control);
+        last = control;
+    }
 }

@@ -111,6 +111,7 @@ private:
     int widthWithoutSource() const;
     void placeSource();
     newTableElement *appendSubRow();
+    void followInTabOrder(const newTableElement &before);
 
     const std::unique_ptr<Ui::newTableElement> ui;
     QString tableName;
