@@ -7,6 +7,7 @@
 #include "ui_Tavenor.h"
 #include "widgets/AboutForm.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/calcForm.h"
 #include "widgets/chooseNameForm.h"
 #include "widgets/inputDataForm.h"
 #include "widgets/outputDataForm.h"
@@ -60,6 +61,8 @@ Tavenor::Tavenor(QWidget *parent)
     connectRecordView();
     connectRecordEntry();
     connectLinks();
+    connectCalculator();
+    connectMaintenance();
     setReadOnly(false);
     administratorModeEnabled(false);
 
@@ -80,6 +83,7 @@ Tavenor::~Tavenor()
     // The page widgets are made without a parent, so nobody else deletes them.
     qDeleteAll(viewWidgets);
     qDeleteAll(inputWidgets);
+    qDeleteAll(calcWidgets);
     qDeleteAll(listButtons);
     qDeleteAll(filterButtons);
 }
@@ -91,15 +95,17 @@ void Tavenor::setTexts()
     setRecordListTexts();
     setRecordViewTexts();
     setRecordEntryTexts();
+    setCalculatorTexts();
 }
 
 void Tavenor::setLook()
 {
     for (QWidget *heading :
          {static_cast<QWidget *>(ui->lbListName), static_cast<QWidget *>(ui->lbViewInfo),
-          static_cast<QWidget *>(ui->lbEdit)}) {
+          static_cast<QWidget *>(ui->lbEdit), static_cast<QWidget *>(ui->lbCalc)}) {
         makeHeading(heading);
     }
+    setCalculatorLook();
     ui->userListWidget->setSpacing(1);
     ui->userSearchEdit->addAction(QIcon(QStringLiteral(":/searchIcon")),
                                   QLineEdit::LeadingPosition);

@@ -18,6 +18,7 @@
 
 class AboutForm;
 class ListButtonForm;
+class calcForm;
 class chooseNameForm;
 class inputDataForm;
 class outputDataForm;
@@ -40,6 +41,7 @@ class Tavenor;
 ///   records                        tavenor_records.cpp
 ///   sub-tables                     tavenor_subtables.cpp
 ///   links                          tavenor_links.cpp
+///   calculator                     tavenor_calculator.cpp
 ///   shared dialogs                 tavenor_dialogs.cpp
 ///
 /// A page's file is the only one that touches the widgets of its page.
@@ -64,6 +66,10 @@ public slots:
     // Commands and modes
     void administratorModeEnabled(bool on);
     void enableTechMod();
+    void clearTable();
+    void clearAllTables();
+    void removeTable();
+    void deleteAll();
 
     // Table list
     void changeTable(QString table);
@@ -96,6 +102,10 @@ public slots:
     void goToRequest(QString listName, int Id);
     void goBack();
 
+    // Calculator
+    void changeToCalcPage();
+    void calcResult();
+
     // Shared dialogs
     void about();
 
@@ -116,6 +126,8 @@ private:
     /// Opens `path` and makes its folders; false, with everything left as it was, when it
     /// cannot be opened. The empty path opens nothing.
     bool prepareDataFolders(const QString &path);
+    /// Leaves every page and shows nothing: what is open is another database, or no table.
+    void emptyPages();
     /// Brings up what is open: lock (unless skipLock), table list, reserved tables, first
     /// table, saved filters.
     void setDatabase(bool skipLock);
@@ -136,6 +148,10 @@ private:
     void makeModeMarks();
     void updateCommands();
     void updateSecondDoor();
+    void connectMaintenance();
+    /// Removes these tables and makes the program's own ones anew. False when anything failed,
+    /// which was shown.
+    bool removeTables(const QStringList &names);
 
     // Table list
     void setTableTexts();
@@ -149,6 +165,8 @@ private:
     FieldPairs settingsRow(const QString &table, const QString &iconPath) const;
     /// True when there is a current table; says that there is none otherwise.
     bool hasCurrentTable();
+    /// True when a database is open; says that there is no table otherwise.
+    bool hasDatabase();
     /// The first table that is neither reserved nor hidden; empty when there is none.
     QString firstOrdinaryTable() const;
     /// The name at this place of the table list, empty beyond its end. Where it is a reserved
@@ -161,6 +179,22 @@ private:
     void showTableHead(const QString &table);
     void showTableMenu(const QPoint &place);
     void rebuildFilterButtons();
+    /// Removes `currentTable` with everything that belongs to it, and shows another one. As one
+    /// of a `batch` the table alone: the caller empties the rest.
+    void removeCurrentTable(bool batch);
+    bool dropWithItsRows(const QString &table, const QStringList &configurations);
+    /// The bases of the sub-table configurations that go with the table.
+    QStringList configurationsOf(const QString &table) const;
+    void removeConfigurations(const QStringList &bases);
+    void removeSettingsOf(const QString &table);
+    /// Removes the saved filters of a table, rows and buttons.
+    void removeFiltersOfTable(const QString &table);
+    void disableFilters();
+    /// Takes a table that is gone out of the list of all, and its button away.
+    void removeFromTableList(const QString &table);
+    void showTableAfterRemoval();
+    /// There is no table to show: no record, no filter, "----" for names.
+    void showNoTable();
 
     // Record list
     void setRecordListTexts();
@@ -227,6 +261,18 @@ private:
     // Links
     void connectLinks();
     void enterTable(const QString &listName);
+    /// Hides the way back when its table is gone.
+    void checkWayBack();
+
+    // Calculator
+    void setCalculatorTexts();
+    void setCalculatorLook();
+    void connectCalculator();
+    void addCalcForm(const QString &column);
+    void clearCalculator();
+    void alignCalculator();
+    void showCalculator();
+    void leaveCalculator();
 
     // Shared dialogs
     void makeDialogs();
@@ -291,6 +337,9 @@ private:
     // Links
     QString previousTable;
     int previousId = 0;
+
+    // Calculator
+    QList<calcForm *> calcWidgets;
 
     // Shared dialogs
     QMessageBox *messageBox = nullptr;

@@ -94,10 +94,7 @@ QList<QAction *> laterActions(const Ui::Tavenor &form)
 {
     return {form.actionTable,
             form.actionAdd_Field,
-            form.actionRemove_Table,
             form.actionDeleteFilter,
-            form.actionClear_Selected_List,
-            form.actionClear_All_Tables,
             form.actionExport,
             form.actionExport_To_File,
             form.actionExport_Selected_Record_To_File,
@@ -106,13 +103,12 @@ QList<QAction *> laterActions(const Ui::Tavenor &form)
             form.actionExport_Selected_Tables_Structure,
             form.actionImport_Table_Structure,
             form.actionImport_From_File_Export_Manager_File,
-            form.actionAutoExportAll,
-            form.actionDelete_All_Database};
+            form.actionAutoExportAll};
 }
 
 QList<QWidget *> laterButtons(const Ui::Tavenor &form)
 {
-    return {form.pbCalc, form.pbFilter, form.pbFiltersPage};
+    return {form.pbFilter, form.pbFiltersPage};
 }
 
 // The commands that the modes hide everywhere else.

@@ -7,8 +7,11 @@
 #include "app/ownedwidgets.h"
 #include "app/tableicons.h"
 #include "model/attachments.h"
+#include "model/formats.h"
 #include "model/markers.h"
 #include "model/names.h"
+#include "model/recordlines.h"
+#include "model/subtables.h"
 #include "model/values.h"
 #include "storage/RowPass.h"
 #include "storage/reservedtables.h"
@@ -20,11 +23,41 @@
 #include <QFileInfo>
 #include <QMenu>
 
+#include <algorithm>
+
 namespace
 {
 
 const QSize HeadIconSize(100, 50);
 const QString NoTable = QStringLiteral("Nessuna Tabella Caricata!");
+
+// Takes the buttons that are meant away, as retireWidgets() does.
+template<typename Meant>
+void retireWhere(QLayout *layout, QList<ListButtonForm *> &buttons, const Meant &meant)
+{
+    const auto firstGone =
+        std::stable_partition(buttons.begin(), buttons.end(),
+                              [&meant](const ListButtonForm *button) { return !meant(button); });
+    const int kept = static_cast<int>(firstGone - buttons.begin());
+    QList<ListButtonForm *> gone = buttons.mid(kept);
+    buttons = buttons.mid(0, kept);
+    retireWidgets(layout, gone);
+}
+
+// The Ids of the rows whose text in this column is wanted.
+template<typename Wanted>
+QVector<int> idsOfRows(const QString &table, const QString &column, const Wanted &wanted)
+{
+    QVector<int> ids;
+    RowPass rows(table, {Markers::IdColumn, column});
+    while (rows.next()) {
+        const int id = Values::recordId(rows.value(0));
+        if (id > 0 && wanted(rows.value(1).toString())) {
+            ids.append(id);
+        }
+    }
+    return ids;
+}
 
 } // namespace
 
@@ -99,6 +132,15 @@ FieldPairs Tavenor::settingsRow(const QString &table, const QString &iconPath) c
 bool Tavenor::hasCurrentTable()
 {
     if (currentTable.isEmpty()) {
+        warn(NoTable);
+        return false;
+    }
+    return true;
+}
+
+bool Tavenor::hasDatabase()
+{
+    if (!db->isOpen()) {
         warn(NoTable);
         return false;
     }
@@ -224,4 +266,135 @@ void Tavenor::rebuildFilterButtons()
         button->setIcon(icons.icon(table));
         ui->filtersButtonLayout->addWidget(button);
     }
+}
+
+void Tavenor::removeCurrentTable(bool batch)
+{
+    const QString table = currentTable;
+    if (batch) {
+        db->dropTable(table);
+        return;
+    }
+    // The columns tell of the configurations only while the table is there.
+    const QStringList configurations = configurationsOf(table);
+    db->inOneStep(
+        [this, &table, &configurations] { return dropWithItsRows(table, configurations); });
+    // The silent try may have taken buttons away whose filters are still there.
+    rebuildFilterButtons();
+    if (db->tableExists(table)) {
+        return;
+    }
+    removeFromTableList(table);
+    checkWayBack();
+    showTableAfterRemoval();
+}
+
+bool Tavenor::dropWithItsRows(const QString &table, const QStringList &configurations)
+{
+    // A table that stays keeps what belongs to it.
+    if (!db->dropTable(table)) {
+        return false;
+    }
+    removeConfigurations(configurations);
+    removeSettingsOf(table);
+    removeFiltersOfTable(table);
+    return true;
+}
+
+QStringList Tavenor::configurationsOf(const QString &table) const
+{
+    const QStringList others = db->tables();
+    const QString shortName = table.section(Markers::HiddenTable, 1);
+    const bool hasShortName = table.contains(Markers::HiddenTable) && !others.contains(shortName);
+    QStringList bases;
+    for (const QString &column : db->fieldNames(table)) {
+        if (!column.contains(Formats::SubTable) || Columns::isReference(column)) {
+            continue;
+        }
+        bases.append(SubTables::configurationBase(table, column));
+        if (hasShortName) {
+            bases.append(SubTables::configurationBase(shortName, column));
+        }
+    }
+    // "Soci" with a field "Note_Prestiti" and "Soci_Note" with a field "Prestiti" share one.
+    for (const QString &other : others) {
+        if (bases.isEmpty() || other == table) {
+            continue;
+        }
+        for (const QString &column : db->fieldNames(other)) {
+            if (column.contains(Formats::SubTable)) {
+                bases.removeAll(SubTables::configurationBase(other, column));
+            }
+        }
+    }
+    return bases;
+}
+
+void Tavenor::removeConfigurations(const QStringList &bases)
+{
+    const auto belongs = [&bases](const QString &name) {
+        return std::any_of(bases.begin(), bases.end(), [&name](const QString &base) {
+            return SubTables::belongsToConfiguration(name, base);
+        });
+    };
+    for (const int id : idsOfRows(Markers::SubTablesConfigsTable,
+                                  ReservedTables::SubTablesConfigs::Name, belongs)) {
+        db->deleteRecord(Markers::SubTablesConfigsTable, id);
+    }
+}
+
+void Tavenor::removeSettingsOf(const QString &table)
+{
+    for (const int id : idsOfRows(Markers::SettingsTable, ReservedTables::Settings::TableName,
+                                  [&table](const QString &name) { return name == table; })) {
+        db->deleteRecord(Markers::SettingsTable, id);
+    }
+}
+
+void Tavenor::removeFiltersOfTable(const QString &table)
+{
+    for (const int id : idsOfRows(Markers::FiltersTable, ReservedTables::Filters::TableName,
+                                  [&table](const QString &name) { return name == table; })) {
+        db->deleteRecord(Markers::FiltersTable, id);
+    }
+    retireWhere(ui->filtersButtonLayout, filterButtons, [&table](const ListButtonForm *button) {
+        return button->savedFilterTable() == table;
+    });
+}
+
+void Tavenor::disableFilters()
+{
+    ui->pbFilter->setIcon(QIcon(QStringLiteral(":/ledOffIcon")));
+}
+
+void Tavenor::removeFromTableList(const QString &table)
+{
+    allTables.removeAll(table);
+    retireWhere(ui->listButtonLayout, listButtons,
+                [&table](const ListButtonForm *button) { return button->tableName() == table; });
+}
+
+void Tavenor::showTableAfterRemoval()
+{
+    // Deliberate: the second name of the list, whichever it is; nothing when there is one name
+    // left.
+    const QString next = allTables.size() < 2 ? QString() : tableAt(1);
+    if (next.isEmpty()) {
+        showNoTable();
+    } else {
+        changeTable(next);
+    }
+}
+
+void Tavenor::showNoTable()
+{
+    currentTable.clear();
+    currentId = 0;
+    currentRow = 0;
+    emptyPages();
+    disableFilters();
+    markCurrentTable();
+    ui->lbListName->setText(RecordLines::Empty);
+    ui->lbViewInfo->setText(RecordLines::Empty);
+    explainEmptyList(false);
 }

@@ -16,4 +16,11 @@ QString composedName(const QString &owner, const QString &label, const QString &
 /// the field shown as `label`: white space simplified, blanks as "_".
 QString storedName(const QString &owner, const QString &label, const QString &title);
 
+/// The base of the configuration of a SUBTABLE column: the name of its first row. The rows that
+/// follow carry the base and a number.
+QString configurationBase(const QString &table, const QString &column);
+
+/// True when `name` is the base itself, or the base with a number.
+bool belongsToConfiguration(const QString &name, const QString &base);
+
 } // namespace SubTables

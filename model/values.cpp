@@ -17,15 +17,6 @@ const QString &datePattern()
     return pattern;
 }
 
-/// The number that a stored value holds; 0 for text that is none, and for "nan" and "inf",
-/// which Qt reads as numbers and people do not.
-double finiteNumber(const QVariant &value)
-{
-    bool isNumber = false;
-    const double number = value.toDouble(&isNumber);
-    return isNumber && qIsFinite(number) ? number : 0.0;
-}
-
 } // namespace
 
 namespace Values
@@ -34,6 +25,13 @@ namespace Values
 QString moneyText(const QVariant &value)
 {
     return QString::asprintf("%.2f%s", finiteNumber(value), u8"€");
+}
+
+double finiteNumber(const QVariant &value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    return isNumber && qIsFinite(number) ? number : 0.0;
 }
 
 QString twoDecimals(double value)

@@ -344,15 +344,14 @@ void Commands::unfinishedCommandsAreOff()
     here.remember(Books);
     const Tavenor window;
     for (const char *const name :
-         {"actionTable", "actionAdd_Field", "actionRemove_Table", "actionDelete_All_Database",
-          "actionExport", "actionExport_To_File", "actionAutoExportAll",
-          "actionClear_Selected_List", "actionImport_From_File_Export_Manager_File",
-          "actionImport_Table_Structure", "actionDeleteFilter", "actionClear_All_Tables",
+         {"actionTable", "actionAdd_Field", "actionExport", "actionExport_To_File",
+          "actionAutoExportAll", "actionImport_From_File_Export_Manager_File",
+          "actionImport_Table_Structure", "actionDeleteFilter",
           "actionExport_Selected_Record_To_File", "actionExport_All_Tables_Structures",
           "actionExport_Selected_Tables_Structure", "actionExport_Selected_Record_To_File_txt"}) {
         QVERIFY2(!Window::action(window, name)->isEnabled(), name);
     }
-    for (const char *const name : {"pbCalc", "pbFilter", "pbFiltersPage"}) {
+    for (const char *const name : {"pbFilter", "pbFiltersPage"}) {
         QVERIFY2(!Window::get<QAbstractButton>(window, name)->isEnabled(), name);
     }
 }
