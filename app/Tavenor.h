@@ -149,8 +149,8 @@ private:
     void updateCommands();
     void updateSecondDoor();
     void connectMaintenance();
-    /// Removes these tables and makes the program's own ones anew. False when anything failed,
-    /// which was shown.
+    /// Removes these tables and makes the program's own ones anew. False when none could be
+    /// removed.
     bool removeTables(const QStringList &names);
 
     // Table list
@@ -179,10 +179,13 @@ private:
     void showTableHead(const QString &table);
     void showTableMenu(const QPoint &place);
     void rebuildFilterButtons();
+    /// A fresh reading of the database's tables; what is known of them when it cannot be read.
+    QStringList tablesNow() const;
     /// Removes `currentTable` with everything that belongs to it, and shows another one. As one
-    /// of a `batch` the table alone: the caller empties the rest.
-    void removeCurrentTable(bool batch);
-    bool dropWithItsRows(const QString &table, const QStringList &configurations);
+    /// of a `batch` the table alone: the caller empties the rest. False when the table is still
+    /// there, which was shown.
+    bool removeCurrentTable(bool batch);
+    bool dropWithItsRows(const QString &table);
     /// The bases of the sub-table configurations that go with the table.
     QStringList configurationsOf(const QString &table) const;
     void removeConfigurations(const QStringList &bases);

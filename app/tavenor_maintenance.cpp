@@ -80,14 +80,17 @@ void Tavenor::clearAllTables()
     }
     // Deliberate: the program's own tables too, so icons, saved filters and sub-table
     // configurations go with the records.
-    const QStringList names = db->tables();
-    db->inOneStep([this, &names] {
-        bool cleared = true;
+    const QStringList names = tablesNow();
+    const bool clearedAny = db->inOneStep([this, &names] {
+        bool cleared = false;
         for (const QString &name : names) {
-            cleared = db->clearTable(name) && cleared;
+            cleared = db->clearTable(name) || cleared;
         }
         return cleared;
     });
+    if (!clearedAny) {
+        return;
+    }
     rebuildTableList();
     rebuildFilterButtons();
     if (!currentTable.isEmpty()) {
@@ -112,8 +115,12 @@ void Tavenor::deleteAll()
         return;
     }
     const Progress progress(*this, QStringLiteral("Eliminazione in corso"), QString());
-    const QStringList names = db->tables();
-    db->inOneStep([this, &names] { return removeTables(names); });
+    const QStringList names = tablesNow();
+    const QString shown = currentTable;
+    if (!db->inOneStep([this, &names] { return removeTables(names); })) {
+        currentTable = shown;
+        return;
+    }
     allTables.clear();
     // A table that could not be removed keeps its place.
     for (const QString &name : db->tables()) {
@@ -128,15 +135,16 @@ void Tavenor::deleteAll()
 
 bool Tavenor::removeTables(const QStringList &names)
 {
+    bool removed = false;
     for (int i = 0; i < names.size(); ++i) {
         currentTable = names.at(i);
         progressForm->setProgressText(currentTable);
-        removeCurrentTable(true);
+        removed = removeCurrentTable(true) || removed;
         updateProgress(i, names.size());
     }
     progressForm->setProgressText(QStringLiteral("Elaborazione"));
     createSettingsTable();
     createFiltersTable();
     createSubTablesConfigsTable();
-    return true;
+    return removed;
 }

@@ -268,29 +268,30 @@ void Tavenor::rebuildFilterButtons()
     }
 }
 
-void Tavenor::removeCurrentTable(bool batch)
+bool Tavenor::removeCurrentTable(bool batch)
 {
     const QString table = currentTable;
     if (batch) {
-        db->dropTable(table);
-        return;
+        return db->dropTable(table);
     }
-    // The columns tell of the configurations only while the table is there.
-    const QStringList configurations = configurationsOf(table);
-    db->inOneStep(
-        [this, &table, &configurations] { return dropWithItsRows(table, configurations); });
+    const int buttons = filterButtons.size();
+    const bool removed = db->inOneStep([this, &table] { return dropWithItsRows(table); });
     // The silent try may have taken buttons away whose filters are still there.
-    rebuildFilterButtons();
-    if (db->tableExists(table)) {
-        return;
+    if (removed || filterButtons.size() != buttons) {
+        rebuildFilterButtons();
     }
-    removeFromTableList(table);
-    checkWayBack();
-    showTableAfterRemoval();
+    if (removed) {
+        removeFromTableList(table);
+        checkWayBack();
+        showTableAfterRemoval();
+    }
+    return removed;
 }
 
-bool Tavenor::dropWithItsRows(const QString &table, const QStringList &configurations)
+bool Tavenor::dropWithItsRows(const QString &table)
 {
+    // The columns tell of the configurations only while the table is there.
+    const QStringList configurations = configurationsOf(table);
     // A table that stays keeps what belongs to it.
     if (!db->dropTable(table)) {
         return false;
@@ -299,6 +300,12 @@ bool Tavenor::dropWithItsRows(const QString &table, const QStringList &configura
     removeSettingsOf(table);
     removeFiltersOfTable(table);
     return true;
+}
+
+QStringList Tavenor::tablesNow() const
+{
+    const QStringList names = db->tables();
+    return names.isEmpty() ? allTables : names;
 }
 
 QStringList Tavenor::configurationsOf(const QString &table) const

@@ -16,6 +16,10 @@ private slots:
     void storedName_data();
     void storedName();
     void theShownNameLeadsBack();
+    void configurationBase_data();
+    void configurationBase();
+    void belongsToConfiguration_data();
+    void belongsToConfiguration();
 };
 
 void TestSubTables::composedName()
@@ -76,6 +80,52 @@ void TestSubTables::theShownNameLeadsBack()
         QStringLiteral("Spese"), QStringLiteral("Lista spesa"), QStringLiteral("Casa 1"));
     QCOMPARE(Names::tableDisplayName(stored), QStringLiteral("#Spese->Casa_1->Lista_spesa"));
     QCOMPARE(Names::tableStoredName(Names::tableDisplayName(stored)), stored);
+}
+
+void TestSubTables::configurationBase_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("table and label") << "Clienti"
+                                     << "NSUBTABLEFORMAT_Ordini"
+                                     << "Clienti_Ordini";
+    QTest::newRow("a hidden table keeps its marker") << "HIDDENTABLE_Clienti"
+                                                     << "RSUBTABLEFORMAT_Ordini"
+                                                     << "HIDDENTABLE_Clienti_Ordini";
+    QTest::newRow("a duplicate keeps its marker") << "Clienti"
+                                                  << "NSUBTABLEFORMAT_Ordini_XMLTYX_2"
+                                                  << "Clienti_Ordini_XMLTYX_2";
+}
+
+void TestSubTables::configurationBase()
+{
+    QFETCH(QString, table);
+    QFETCH(QString, column);
+    QTEST(SubTables::configurationBase(table, column), "expected");
+}
+
+void TestSubTables::belongsToConfiguration_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("the base itself") << "Clienti_Ordini" << true;
+    QTest::newRow("the base with a number") << "Clienti_Ordini_XSBCONFX_1" << true;
+    QTest::newRow("with a long number") << "Clienti_Ordini_XSBCONFX_120" << true;
+    QTest::newRow("without the number") << "Clienti_Ordini_XSBCONFX_" << false;
+    QTest::newRow("with no number") << "Clienti_Ordini_XSBCONFX_1a" << false;
+    QTest::newRow("a longer base") << "Clienti_OrdiniVecchi" << false;
+    QTest::newRow("a longer base with a number") << "Clienti_OrdiniVecchi_XSBCONFX_1" << false;
+    QTest::newRow("a base that ends alike") << "VecchiClienti_Ordini" << false;
+    QTest::newRow("another letter case") << "clienti_ordini" << false;
+    QTest::newRow("a base inside the number's") << "Clienti_Ordini_XSBCONFX_1_XSBCONFX_1" << false;
+    QTest::newRow("nothing") << "" << false;
+}
+
+void TestSubTables::belongsToConfiguration()
+{
+    QFETCH(QString, name);
+    QTEST(SubTables::belongsToConfiguration(name, QStringLiteral("Clienti_Ordini")), "expected");
 }
 
 QTEST_GUILESS_MAIN(TestSubTables)
