@@ -3,11 +3,9 @@
 // Main window: the two modes; emptying and removing tables wholesale.
 #include "app/Tavenor.h"
 
-#include "app/ownedwidgets.h"
 #include "app/tavenor_progress.h"
 #include "model/names.h"
 #include "ui_Tavenor.h"
-#include "widgets/ListButtonForm.h"
 #include "widgets/progressBarForm.h"
 
 void Tavenor::connectMaintenance()

@@ -31,10 +31,11 @@ double writtenAndRead(double number, double steps, double limit)
     if (number == 0.0) {
         return 0.0;
     }
-    const double whole = std::trunc(size);
+    // Cutting through an integer costs less than a call of the library.
+    const auto whole = static_cast<double>(static_cast<qint64>(size));
     const double rest = size - whole;
     const double scaled = rest * steps;
-    double count = std::floor(scaled);
+    auto count = static_cast<double>(static_cast<qint64>(scaled));
     const double over = scaled - count;
     // Where the product looks like a tie, what the multiplication cut off decides.
     if (over > 0.5 || (over == 0.5 && std::fma(rest, steps, -scaled) >= 0.0)) {
