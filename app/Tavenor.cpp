@@ -7,6 +7,7 @@
 #include "ui_Tavenor.h"
 #include "widgets/AboutForm.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/calcForm.h"
 #include "widgets/chooseNameForm.h"
 #include "widgets/inputDataForm.h"
 #include "widgets/newTableElement.h"
@@ -63,6 +64,8 @@ Tavenor::Tavenor(QWidget *parent)
     connectDesigner();
     connectLinks();
     connectFilters();
+    connectCalculator();
+    connectMaintenance();
     setReadOnly(false);
     administratorModeEnabled(false);
 
@@ -84,6 +87,7 @@ Tavenor::~Tavenor()
     qDeleteAll(viewWidgets);
     qDeleteAll(inputWidgets);
     qDeleteAll(designerRows);
+    qDeleteAll(calcWidgets);
     qDeleteAll(listButtons);
     qDeleteAll(filterWidgets);
     qDeleteAll(filterButtons);
@@ -98,6 +102,7 @@ void Tavenor::setTexts()
     setRecordEntryTexts();
     setDesignerTexts();
     setFilterTexts();
+    setCalculatorTexts();
 }
 
 void Tavenor::setLook()
@@ -105,9 +110,10 @@ void Tavenor::setLook()
     for (QWidget *heading :
          {static_cast<QWidget *>(ui->lbListName), static_cast<QWidget *>(ui->lbViewInfo),
           static_cast<QWidget *>(ui->lbEdit), static_cast<QWidget *>(ui->lbDesigner),
-          static_cast<QWidget *>(ui->lbFilterPage)}) {
+          static_cast<QWidget *>(ui->lbFilterPage), static_cast<QWidget *>(ui->lbCalc)}) {
         makeHeading(heading);
     }
+    setCalculatorLook();
     ui->userListWidget->setSpacing(1);
     ui->userSearchEdit->addAction(QIcon(QStringLiteral(":/searchIcon")),
                                   QLineEdit::LeadingPosition);

@@ -21,6 +21,7 @@
 
 class AboutForm;
 class ListButtonForm;
+class calcForm;
 class chooseNameForm;
 class inputDataForm;
 class newTableElement;
@@ -46,6 +47,8 @@ class Tavenor;
 ///   sub-tables                     tavenor_subtables.cpp
 ///   links                          tavenor_links.cpp
 ///   filters                        tavenor_filters.cpp
+///   calculator                     tavenor_calculator.cpp
+///   removal of tables              tavenor_removal.cpp
 ///   shared dialogs                 tavenor_dialogs.cpp
 ///
 /// A page's file is the only one that touches the widgets of its page.
@@ -70,6 +73,10 @@ public slots:
     // Commands and modes
     void administratorModeEnabled(bool on);
     void enableTechMod();
+    void clearTable();
+    void clearAllTables();
+    void removeTable();
+    void deleteAll();
 
     // Table list
     void changeTable(QString table);
@@ -125,6 +132,10 @@ public slots:
     void removeSavedFilter(QString filterName);
     void changeTableAndFilter(QString table, QString filterName);
 
+    // Calculator
+    void changeToCalcPage();
+    void calcResult();
+
     // Shared dialogs
     void about();
 
@@ -146,6 +157,8 @@ private:
     /// Opens `path` and makes its folders; false, with everything left as it was, when it
     /// cannot be opened. The empty path opens nothing.
     bool prepareDataFolders(const QString &path);
+    /// Leaves every page and shows nothing: what is open is another database, or no table.
+    void emptyPages();
     /// Brings up what is open: lock (unless skipLock), table list, reserved tables, first
     /// table, saved filters.
     void setDatabase(bool skipLock);
@@ -167,6 +180,10 @@ private:
     void makeModeMarks();
     void updateCommands();
     void updateSecondDoor();
+    void connectMaintenance();
+    /// Removes these tables and makes the program's own ones anew. False when none could be
+    /// removed.
+    bool removeTables(const QStringList &names);
 
     // Table list
     void setTableTexts();
@@ -296,6 +313,8 @@ private:
     /// The table that a press of "Trova" means: the one of this name, or the one that the field
     /// of the record shown with this value leads to; empty when there is none.
     QString linkedTable(const QString &nameOrValue) const;
+    /// Hides the way back when its table is gone.
+    void checkWayBack();
 
     // Filters
     void setFilterTexts();
@@ -334,6 +353,34 @@ private:
     removeFilters(const std::function<bool(const QString &name, const QString &table)> &concerned);
     /// Removes the saved filters of a table that goes.
     void removeFiltersOfTable(const QString &table);
+
+    // Calculator
+    void setCalculatorTexts();
+    void setCalculatorLook();
+    void connectCalculator();
+    void addCalcForm(const QString &column);
+    void clearCalculator();
+    void alignCalculator();
+    void showCalculator();
+    void leaveCalculator();
+
+    // Removal of tables
+    /// A fresh reading of the database's tables; what is known of them when it cannot be read.
+    QStringList tablesNow() const;
+    /// Removes `currentTable` with everything that belongs to it, and shows another one. As one
+    /// of a `batch` the table alone: the caller empties the rest. False when the table is still
+    /// there, which was shown.
+    bool removeCurrentTable(bool batch);
+    bool dropWithItsRows(const QString &table);
+    /// The bases of the sub-table configurations that go with the table.
+    QStringList configurationsOf(const QString &table) const;
+    void removeConfigurations(const QStringList &bases);
+    void removeSettingsOf(const QString &table);
+    /// Takes a table that is gone out of the list of all, and its button away.
+    void removeFromTableList(const QString &table);
+    void showTableAfterRemoval();
+    /// There is no table to show: no record, no filter, "----" for names.
+    void showNoTable();
 
     // Shared dialogs
     void makeDialogs();
@@ -417,6 +464,9 @@ private:
     QString activeFilterName;
     QList<ListButtonForm *> filterButtons;
     bool hasFilterChoices = false;
+
+    // Calculator
+    QList<calcForm *> calcWidgets;
 
     // Shared dialogs
     QMessageBox *messageBox = nullptr;

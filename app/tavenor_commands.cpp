@@ -92,10 +92,7 @@ QList<QWidget *> writingButtons(const Ui::Tavenor &form)
 // Commands whose pages this release does not have yet.
 QList<QAction *> laterActions(const Ui::Tavenor &form)
 {
-    return {form.actionRemove_Table,
-            form.actionClear_Selected_List,
-            form.actionClear_All_Tables,
-            form.actionExport,
+    return {form.actionExport,
             form.actionExport_To_File,
             form.actionExport_Selected_Record_To_File,
             form.actionExport_Selected_Record_To_File_txt,
@@ -103,13 +100,7 @@ QList<QAction *> laterActions(const Ui::Tavenor &form)
             form.actionExport_Selected_Tables_Structure,
             form.actionImport_Table_Structure,
             form.actionImport_From_File_Export_Manager_File,
-            form.actionAutoExportAll,
-            form.actionDelete_All_Database};
-}
-
-QList<QWidget *> laterButtons(const Ui::Tavenor &form)
-{
-    return {form.pbCalc};
+            form.actionAutoExportAll};
 }
 
 // The commands that the modes hide everywhere else.
@@ -247,9 +238,6 @@ void Tavenor::updateCommands()
     }
     for (QAction *const action : laterActions(*ui)) {
         action->setEnabled(false);
-    }
-    for (QWidget *const button : laterButtons(*ui)) {
-        button->setEnabled(false);
     }
     updateSecondDoor();
     techModDoor->setChecked(ui->actionTech_Mod->isChecked());

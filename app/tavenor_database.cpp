@@ -59,19 +59,7 @@ bool Tavenor::prepareDataFolders(const QString &path)
     if (path.isEmpty() || !db->openDatabase(path)) {
         return false;
     }
-    // A page that is open for a record of the previous database leads nowhere now.
-    clearInputPage();
-    editing = false;
-    ui->stPages->setCurrentIndex(RecordsPage);
-    clearRecordView();
-    clearRecordList();
-    // Its conditions are about tables that may have the same names here.
-    forgetFilters();
-    ui->lbViewInfo->clear();
-    ui->lbListIcon->clear();
-    ui->lbToolbar->clear();
-    // The place to go back to belongs to the database that was open before.
-    ui->pbReturn->hide();
+    emptyPages();
     docFolderName = Markers::AttachmentsFolder;
     dataFolderName = Markers::IconsFolder;
     databaseFolder = DatabasePath::folder(path);
@@ -87,6 +75,24 @@ bool Tavenor::prepareDataFolders(const QString &path)
     }
     allTables = db->tables();
     return true;
+}
+
+void Tavenor::emptyPages()
+{
+    // A page that is open for what was there before leads nowhere now.
+    clearInputPage();
+    editing = false;
+    clearCalculator();
+    ui->stPages->setCurrentIndex(RecordsPage);
+    clearRecordView();
+    clearRecordList();
+    // Conditions are about tables that may have the same names elsewhere.
+    forgetFilters();
+    ui->lbViewInfo->clear();
+    ui->lbListIcon->clear();
+    ui->lbToolbar->clear();
+    // So does the place to go back to.
+    ui->pbReturn->hide();
 }
 
 void Tavenor::setDatabase(bool skipLock)

@@ -22,6 +22,13 @@ void Tavenor::enterTable(const QString &listName)
     currentTable = listName;
 }
 
+void Tavenor::checkWayBack()
+{
+    if (!db->tableExists(previousTable)) {
+        ui->pbReturn->hide();
+    }
+}
+
 void Tavenor::goToRequest(QString listName, int Id)
 {
     enterTable(listName);

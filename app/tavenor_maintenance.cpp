@@ -1,9 +1,20 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
-// Main window: the administrator and the advanced mode.
+// Main window: the two modes; emptying and removing tables wholesale.
 #include "app/Tavenor.h"
 
+#include "app/tavenor_progress.h"
+#include "model/names.h"
 #include "ui_Tavenor.h"
+#include "widgets/progressBarForm.h"
+
+void Tavenor::connectMaintenance()
+{
+    connect(ui->actionClear_Selected_List, &QAction::triggered, this, &Tavenor::clearTable);
+    connect(ui->actionClear_All_Tables, &QAction::triggered, this, &Tavenor::clearAllTables);
+    connect(ui->actionRemove_Table, &QAction::triggered, this, &Tavenor::removeTable);
+    connect(ui->actionDelete_All_Database, &QAction::triggered, this, &Tavenor::deleteAll);
+}
 
 void Tavenor::administratorModeEnabled(bool on)
 {
@@ -44,4 +55,95 @@ void Tavenor::enableTechMod()
     if (!viewWidgets.isEmpty()) {
         buildRecordView(currentId, currentTable);
     }
+}
+
+void Tavenor::clearTable()
+{
+    if (!hasCurrentTable()) {
+        return;
+    }
+    const QString shown = Names::tableDisplayName(currentTable);
+    if (!confirm(
+            QString::asprintf("Eliminare tutti gli elementi di %s?", shown.toUtf8().constData()))) {
+        return;
+    }
+    db->clearTable(currentTable);
+    changeTable(currentTable);
+}
+
+void Tavenor::clearAllTables()
+{
+    if (!hasDatabase() ||
+        !confirm(QStringLiteral("Eliminare tutti gli elementi in tutto il database?"))) {
+        return;
+    }
+    // Deliberate: the program's own tables too, so icons, saved filters and sub-table
+    // configurations go with the records.
+    const QStringList names = tablesNow();
+    const bool clearedAny = db->inOneStep([this, &names] {
+        bool cleared = false;
+        for (const QString &name : names) {
+            cleared = db->clearTable(name) || cleared;
+        }
+        return cleared;
+    });
+    if (!clearedAny) {
+        return;
+    }
+    rebuildTableList();
+    rebuildFilterButtons();
+    if (!currentTable.isEmpty()) {
+        changeTable(currentTable);
+    }
+}
+
+void Tavenor::removeTable()
+{
+    if (!hasCurrentTable()) {
+        return;
+    }
+    const QString shown = Names::tableDisplayName(currentTable);
+    if (confirm(QString::asprintf("Eliminare %s?", shown.toUtf8().constData()))) {
+        removeCurrentTable(false);
+    }
+}
+
+void Tavenor::deleteAll()
+{
+    if (!hasDatabase() || !confirm(QStringLiteral("Eliminare tutte le tabelle?"))) {
+        return;
+    }
+    const Progress progress(*this, QStringLiteral("Eliminazione in corso"), QString());
+    const QStringList names = tablesNow();
+    const QString shown = currentTable;
+    if (!db->inOneStep([this, &names] { return removeTables(names); })) {
+        currentTable = shown;
+        return;
+    }
+    allTables.clear();
+    // A table that could not be removed keeps its place.
+    for (const QString &name : db->tables()) {
+        if (!Names::isReservedTable(name)) {
+            allTables.append(name);
+        }
+    }
+    rebuildTableList();
+    rebuildFilterButtons();
+    showNoTable();
+}
+
+bool Tavenor::removeTables(const QStringList &names)
+{
+    bool removed = false;
+    for (int i = 0; i < names.size(); ++i) {
+        currentTable = names.at(i);
+        progressForm->setProgressText(currentTable);
+        removed = removeCurrentTable(true) || removed;
+        updateProgress(i, names.size());
+    }
+    progressForm->setProgressText(QStringLiteral("Elaborazione"));
+    createSettingsTable();
+    createFiltersTable();
+    createSubTablesConfigsTable();
+    return removed;
 }

@@ -126,6 +126,22 @@ void BareWindow::showRecord(int id)
     QCoreApplication::processEvents();
 }
 
+double BareWindow::sumColumns()
+{
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.exec(
+        QStringLiteral("SELECT NINTEGERFORMAT_Anno,NREALFORMAT_Peso,NMONEYFORMAT_Prezzo FROM ") +
+        Collection::table());
+    double sum = 0.0;
+    while (query.next()) {
+        for (int column = 0; column < 3; ++column) {
+            sum += query.value(column).toDouble();
+        }
+    }
+    return sum;
+}
+
 int BareWindow::search(const QString &text) const
 {
     return int(std::count_if(lines.begin(), lines.end(), [&text](const QString &line) {

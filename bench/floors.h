@@ -31,6 +31,8 @@ public:
     void loadList();
     /// One record read by its Id, its fields built, placed and painted.
     void showRecord(int id);
+    /// One forward pass over the numeric columns of the table; the sum of all their values.
+    double sumColumns();
     /// The rows whose line contains `text`, in plain strings.
     int search(const QString &text) const;
 

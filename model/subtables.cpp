@@ -5,6 +5,9 @@
 
 #include "model/formats.h"
 #include "model/markers.h"
+#include "model/names.h"
+
+#include <algorithm>
 
 namespace SubTables
 {
@@ -41,6 +44,19 @@ QString configurationBase(const QString &owner, const QString &label)
 QString configurationName(const QString &base, int number)
 {
     return base + Markers::SubTableConfig + QString::number(number);
+}
+
+bool belongsToConfiguration(const QString &name, const QString &base)
+{
+    if (name == base) {
+        return true;
+    }
+    const QString numbered = base + Markers::SubTableConfig;
+    const QString number = name.mid(numbered.size());
+    return name.startsWith(numbered) && !number.isEmpty() &&
+           std::all_of(number.begin(), number.end(), [](QChar sign) {
+               return sign >= QLatin1Char('0') && sign <= QLatin1Char('9');
+           });
 }
 
 } // namespace SubTables

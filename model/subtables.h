@@ -33,4 +33,7 @@ QString configurationBase(const QString &owner, const QString &label);
 /// The name of the column with this number, from 1, in the same configuration.
 QString configurationName(const QString &base, int number);
 
+/// True when `name` is the base itself, or the base with a number.
+bool belongsToConfiguration(const QString &name, const QString &base);
+
 } // namespace SubTables

@@ -36,6 +36,13 @@ QString moneyText(const QVariant &value)
     return QString::asprintf("%.2f%s", number(value), u8"€");
 }
 
+double finiteNumber(const QVariant &value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    return isNumber && qIsFinite(number) ? number : 0.0;
+}
+
 QString twoDecimals(double value)
 {
     return QString::asprintf("%.2f", value);

@@ -26,6 +26,10 @@ QString twoDecimals(double value);
 /// `value` with six decimals and a point, as real columns are stored.
 QString sixDecimals(double value);
 
+/// The number that a stored value holds; 0 for text that is none, and for "nan" and "inf", which
+/// the toolkit reads as numbers and people do not.
+double finiteNumber(const QVariant &value);
+
 /// Yes or no as the record view reads it: everything but "", "0" and "false" (any letter
 /// case) is yes.
 bool isYes(const QVariant &value);

@@ -19,6 +19,8 @@ private slots:
     void parts_data();
     void parts();
     void configurationNames();
+    void belongsToConfiguration_data();
+    void belongsToConfiguration();
 };
 
 void TestSubTables::composedName()
@@ -111,6 +113,29 @@ void TestSubTables::configurationNames()
         SubTables::configurationBase(QStringLiteral("Clienti"), QStringLiteral("Ordini"));
     QCOMPARE(base, QStringLiteral("Clienti_Ordini"));
     QCOMPARE(SubTables::configurationName(base, 12), QStringLiteral("Clienti_Ordini_XSBCONFX_12"));
+}
+
+void TestSubTables::belongsToConfiguration_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("the base itself") << "Clienti_Ordini" << true;
+    QTest::newRow("the base with a number") << "Clienti_Ordini_XSBCONFX_1" << true;
+    QTest::newRow("with a long number") << "Clienti_Ordini_XSBCONFX_120" << true;
+    QTest::newRow("without the number") << "Clienti_Ordini_XSBCONFX_" << false;
+    QTest::newRow("with no number") << "Clienti_Ordini_XSBCONFX_1a" << false;
+    QTest::newRow("a longer base") << "Clienti_OrdiniVecchi" << false;
+    QTest::newRow("a longer base with a number") << "Clienti_OrdiniVecchi_XSBCONFX_1" << false;
+    QTest::newRow("a base that ends alike") << "VecchiClienti_Ordini" << false;
+    QTest::newRow("another letter case") << "clienti_ordini" << false;
+    QTest::newRow("a base inside the number's") << "Clienti_Ordini_XSBCONFX_1_XSBCONFX_1" << false;
+    QTest::newRow("nothing") << "" << false;
+}
+
+void TestSubTables::belongsToConfiguration()
+{
+    QFETCH(QString, name);
+    QTEST(SubTables::belongsToConfiguration(name, QStringLiteral("Clienti_Ordini")), "expected");
 }
 
 QTEST_GUILESS_MAIN(TestSubTables)

@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Main window: removing a table with everything that belongs to it.
+#include "app/Tavenor.h"
+
+#include "app/ownedwidgets.h"
+#include "model/columns.h"
+#include "model/formats.h"
+#include "model/markers.h"
+#include "model/names.h"
+#include "model/recordlines.h"
+#include "model/subtables.h"
+#include "model/values.h"
+#include "storage/RowPass.h"
+#include "storage/reservedtables.h"
+#include "ui_Tavenor.h"
+#include "widgets/ListButtonForm.h"
+
+#include <algorithm>
+
+namespace
+{
+
+// Takes the buttons that are meant away, as retireWidgets() does.
+template<typename Meant>
+void retireWhere(QLayout *layout, QList<ListButtonForm *> &buttons, const Meant &meant)
+{
+    const auto firstGone =
+        std::stable_partition(buttons.begin(), buttons.end(),
+                              [&meant](const ListButtonForm *button) { return !meant(button); });
+    const int kept = static_cast<int>(firstGone - buttons.begin());
+    QList<ListButtonForm *> gone = buttons.mid(kept);
+    buttons = buttons.mid(0, kept);
+    retireWidgets(layout, gone);
+}
+
+// The Ids of the rows whose text in this column is wanted.
+template<typename Wanted>
+QVector<int> idsOfRows(const QString &table, const QString &column, const Wanted &wanted)
+{
+    QVector<int> ids;
+    RowPass rows(table, {Markers::IdColumn, column});
+    while (rows.next()) {
+        const int id = Values::recordId(rows.value(0));
+        if (id > 0 && wanted(rows.value(1).toString())) {
+            ids.append(id);
+        }
+    }
+    return ids;
+}
+
+} // namespace
+
+bool Tavenor::removeCurrentTable(bool batch)
+{
+    const QString table = currentTable;
+    if (batch) {
+        return db->dropTable(table);
+    }
+    const int buttons = filterButtons.size();
+    const bool removed = db->inOneStep([this, &table] { return dropWithItsRows(table); });
+    // The silent try may have taken buttons away whose filters are still there.
+    if (removed || filterButtons.size() != buttons) {
+        rebuildFilterButtons();
+    }
+    if (removed) {
+        removeFromTableList(table);
+        checkWayBack();
+        showTableAfterRemoval();
+    }
+    return removed;
+}
+
+bool Tavenor::dropWithItsRows(const QString &table)
+{
+    // The columns tell of the configurations only while the table is there.
+    const QStringList configurations = configurationsOf(table);
+    // A table that stays keeps what belongs to it.
+    if (!db->dropTable(table)) {
+        return false;
+    }
+    removeConfigurations(configurations);
+    removeSettingsOf(table);
+    removeFiltersOfTable(table);
+    return true;
+}
+
+QStringList Tavenor::tablesNow() const
+{
+    const QStringList names = db->tables();
+    return names.isEmpty() ? allTables : names;
+}
+
+QStringList Tavenor::configurationsOf(const QString &table) const
+{
+    const QStringList others = db->tables();
+    const QString shortName = table.section(Markers::HiddenTable, 1);
+    const bool hasShortName = table.contains(Markers::HiddenTable) && !others.contains(shortName);
+    QStringList bases;
+    for (const QString &column : db->fieldNames(table)) {
+        if (!column.contains(Formats::SubTable) || Columns::isReference(column)) {
+            continue;
+        }
+        bases.append(SubTables::configurationBase(table, Names::fieldLabel(column)));
+        if (hasShortName) {
+            bases.append(SubTables::configurationBase(shortName, Names::fieldLabel(column)));
+        }
+    }
+    // "Soci" with a field "Note_Prestiti" and "Soci_Note" with a field "Prestiti" share one.
+    for (const QString &other : others) {
+        if (bases.isEmpty() || other == table) {
+            continue;
+        }
+        for (const QString &column : db->fieldNames(other)) {
+            if (column.contains(Formats::SubTable)) {
+                bases.removeAll(SubTables::configurationBase(other, Names::fieldLabel(column)));
+            }
+        }
+    }
+    return bases;
+}
+
+void Tavenor::removeConfigurations(const QStringList &bases)
+{
+    const auto belongs = [&bases](const QString &name) {
+        return std::any_of(bases.begin(), bases.end(), [&name](const QString &base) {
+            return SubTables::belongsToConfiguration(name, base);
+        });
+    };
+    for (const int id : idsOfRows(Markers::SubTablesConfigsTable,
+                                  ReservedTables::SubTablesConfigs::Name, belongs)) {
+        db->deleteRecord(Markers::SubTablesConfigsTable, id);
+    }
+}
+
+void Tavenor::removeSettingsOf(const QString &table)
+{
+    for (const int id : idsOfRows(Markers::SettingsTable, ReservedTables::Settings::TableName,
+                                  [&table](const QString &name) { return name == table; })) {
+        db->deleteRecord(Markers::SettingsTable, id);
+    }
+}
+
+void Tavenor::removeFromTableList(const QString &table)
+{
+    allTables.removeAll(table);
+    retireWhere(ui->listButtonLayout, listButtons,
+                [&table](const ListButtonForm *button) { return button->tableName() == table; });
+}
+
+void Tavenor::showTableAfterRemoval()
+{
+    // Deliberate: the second name of the list, whichever it is; nothing when there is one name
+    // left.
+    const QString next = allTables.size() < 2 ? QString() : tableAt(1);
+    if (next.isEmpty()) {
+        showNoTable();
+    } else {
+        changeTable(next);
+    }
+}
+
+void Tavenor::showNoTable()
+{
+    currentTable.clear();
+    currentId = 0;
+    currentRow = 0;
+    emptyPages();
+    disableFilters();
+    markCurrentTable();
+    ui->lbListName->setText(RecordLines::Empty);
+    ui->lbViewInfo->setText(RecordLines::Empty);
+    explainEmptyList(false);
+}

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// Measured operations: the calculator.
+#include "app/Tavenor.h"
+#include "bench/collection.h"
+#include "bench/floors.h"
+#include "bench/openwindow.h"
+
+#include <QCoreApplication>
+
+#include <benchmark/benchmark.h>
+
+namespace
+{
+
+void calculatorFloor(benchmark::State &state)
+{
+    BareWindow bare(Collection::path(int(state.range(0))));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(bare.sumColumns());
+    }
+}
+
+void calculator(benchmark::State &state)
+{
+    const OpenWindow window(int(state.range(0)));
+    window->changeToCalcPage();
+    for (auto _ : state) {
+        window->calcResult();
+        QCoreApplication::processEvents();
+    }
+}
+
+void sizes(benchmark::internal::Benchmark *row)
+{
+    row->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.4);
+}
+
+BENCHMARK(calculatorFloor)->Name("calculator|floor")->Apply(sizes);
+BENCHMARK(calculator)->Name("calculator")->Apply(sizes);
+
+} // namespace
