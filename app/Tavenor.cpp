@@ -60,6 +60,9 @@ Tavenor::Tavenor(QWidget *parent)
     connectRecordView();
     connectRecordEntry();
     connectLinks();
+    connectXmf();
+    connectTsc();
+    connectReadable();
     setReadOnly(false);
     administratorModeEnabled(false);
 

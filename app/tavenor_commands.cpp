@@ -98,15 +98,6 @@ QList<QAction *> laterActions(const Ui::Tavenor &form)
             form.actionDeleteFilter,
             form.actionClear_Selected_List,
             form.actionClear_All_Tables,
-            form.actionExport,
-            form.actionExport_To_File,
-            form.actionExport_Selected_Record_To_File,
-            form.actionExport_Selected_Record_To_File_txt,
-            form.actionExport_All_Tables_Structures,
-            form.actionExport_Selected_Tables_Structure,
-            form.actionImport_Table_Structure,
-            form.actionImport_From_File_Export_Manager_File,
-            form.actionAutoExportAll,
             form.actionDelete_All_Database};
 }
 

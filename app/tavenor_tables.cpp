@@ -105,6 +105,14 @@ bool Tavenor::hasCurrentTable()
     return true;
 }
 
+bool Tavenor::hasOpenDatabase()
+{
+    if (!db->isOpen()) {
+        warn(NoTable);
+    }
+    return db->isOpen();
+}
+
 QString Tavenor::firstOrdinaryTable() const
 {
     for (const QString &name : qAsConst(allTables)) {

@@ -345,11 +345,7 @@ void Commands::unfinishedCommandsAreOff()
     const Tavenor window;
     for (const char *const name :
          {"actionTable", "actionAdd_Field", "actionRemove_Table", "actionDelete_All_Database",
-          "actionExport", "actionExport_To_File", "actionAutoExportAll",
-          "actionClear_Selected_List", "actionImport_From_File_Export_Manager_File",
-          "actionImport_Table_Structure", "actionDeleteFilter", "actionClear_All_Tables",
-          "actionExport_Selected_Record_To_File", "actionExport_All_Tables_Structures",
-          "actionExport_Selected_Tables_Structure", "actionExport_Selected_Record_To_File_txt"}) {
+          "actionClear_Selected_List", "actionDeleteFilter", "actionClear_All_Tables"}) {
         QVERIFY2(!Window::action(window, name)->isEnabled(), name);
     }
     for (const char *const name : {"pbCalc", "pbFilter", "pbFiltersPage"}) {
