@@ -949,7 +949,7 @@ void Xmf::asRecordByRecord()
     static const QByteArrayList titles = {"a", "l'uva", "'", "''", "100%s", "€", "#", "x'y'z"};
     QRandomGenerator random(20240229);
     QByteArrayList records;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 150; ++i) {
         const QByteArray id = random.bounded(4) == 0 ? ids.at(random.bounded(ids.size()))
                                                      : QByteArray::number(random.bounded(1, 500));
         records.append(
@@ -981,9 +981,9 @@ void Xmf::asRecordByRecord()
         outcomes[each] = program.rows();
         boxes[each] = counter.texts;
     }
-    QVERIFY(boxes[0].size() > 5);
+    QVERIFY(boxes[0].size() > 3);
     QCOMPARE(boxes[0], boxes[1]);
-    QVERIFY(outcomes[0].size() > 100);
+    QVERIFY(outcomes[0].size() > 50);
     QCOMPARE(outcomes[0], outcomes[1]);
 }
 
