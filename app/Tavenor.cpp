@@ -66,6 +66,9 @@ Tavenor::Tavenor(QWidget *parent)
     connectFilters();
     connectCalculator();
     connectMaintenance();
+    connectXmf();
+    connectTsc();
+    connectReadable();
     setReadOnly(false);
     administratorModeEnabled(false);
 

@@ -3,6 +3,8 @@
 // The main window: an index of its pages, slots and operations.
 #pragma once
 
+#include "exchange/tscfile.h"
+#include "exchange/xmffile.h"
 #include "model/columns.h"
 #include "model/filters.h"
 #include "storage/DataBase.h"
@@ -49,6 +51,9 @@ class Tavenor;
 ///   filters                        tavenor_filters.cpp
 ///   calculator                     tavenor_calculator.cpp
 ///   removal of tables              tavenor_removal.cpp
+///   Export Manager Files           tavenor_xmf.cpp
+///   structure files                tavenor_tsc.cpp
+///   readable text                  tavenor_readable.cpp
 ///   shared dialogs                 tavenor_dialogs.cpp
 ///
 /// A page's file is the only one that touches the widgets of its page.
@@ -136,6 +141,24 @@ public slots:
     void changeToCalcPage();
     void calcResult();
 
+    // Export Manager Files
+    void exportToFile();
+    void exportSingleToFile();
+    void exportingSingleToFile(QString fileName, QString tableName, int Id);
+    void autoExportAll();
+    void importFromFile();
+
+    // Structure files
+    void exportSelectedStructure();
+    void autoExportAllStructures();
+    void importTableStructure();
+    void waitingForTableStructureName();
+
+    // Readable text
+    void exportSingleToFileTxt();
+    void exportToFileHumanReading();
+    void exportingSingleToFileHumanReading(QString fileName, QString selectedTable, int Id);
+
     // Shared dialogs
     void about();
 
@@ -149,6 +172,11 @@ private:
 
     /// Shows the progress dialog for the length of an operation.
     class Progress;
+    /// The title of the progress dialog, and what is being done.
+    struct ProgressTexts {
+        QString title;
+        QString text;
+    };
 
     // Start and life of a database
     void setTexts();
@@ -382,14 +410,49 @@ private:
     /// There is no table to show: no record, no filter, "----" for names.
     void showNoTable();
 
+    // Export Manager Files
+    void connectXmf();
+    /// Writes a file whole, with the progress dialog shown meanwhile; shows `failure` when it
+    /// cannot be written, or `write` gives false.
+    void writeFile(const QString &fileName, const ProgressTexts &texts, const QString &failure,
+                   const std::function<bool(QTextStream &)> &write);
+    /// writeFile() with the messages of exports of records.
+    void writeRecords(const QString &fileName, const ProgressTexts &texts,
+                      const std::function<bool(QTextStream &)> &write);
+    void exportTable(const QString &fileName, const QString &tableName);
+    void importFile(const QString &fileName);
+    /// Adds the records of a file up to the first that does not fit the table; false when
+    /// there is one.
+    bool importRecords(XmfFile::Reader &reader, qint64 total);
+    /// True when these are all columns of the table, in its order.
+    bool columnsMatch(const QString &tableName, const QStringList &names) const;
+    /// Shows what records that were imported into `table` changed.
+    void showImported(const QString &table);
+
+    // Structure files
+    void connectTsc();
+    void exportStructure(const QString &tableName, const QStringList &columnNames);
+    void importStructure(const QString &fileName, const QString &tableName);
+    /// Makes the table and records its icon; false, with a message, when it cannot be made.
+    bool makeTable(const QString &name, const TscFile::Structure &structure);
+
+    // Readable text
+    void connectReadable();
+    QString askReadableFile();
+
     // Shared dialogs
     void makeDialogs();
     void warn(const QString &text);
+    void inform(const QString &text);
     bool confirm(const QString &text);
     /// Shows the name prompt with a suggestion; `continuation` runs once, when the name is
     /// accepted. A continuation that still waited is dropped.
     void askName(const QString &suggestion, void (Tavenor::*continuation)());
+    /// Sets the texts of the progress dialog, and its bar to 0.
+    void prepareProgress(const QString &title, const QString &text);
     void updateProgress(int done, int total);
+    /// The same for numbers of values, which may be more than an int can count.
+    void updateValueProgress(qint64 done, qint64 total);
 
     const std::unique_ptr<Ui::Tavenor> ui;
 
@@ -467,6 +530,9 @@ private:
 
     // Calculator
     QList<calcForm *> calcWidgets;
+
+    // Structure files
+    QString structureFile;
 
     // Shared dialogs
     QMessageBox *messageBox = nullptr;

@@ -17,4 +17,9 @@ QString fileName(const QString &path)
     return path.right(path.length() - path.lastIndexOf(QLatin1Char('/')) - 1);
 }
 
+bool canBeFileName(const QString &table)
+{
+    return !table.contains(QLatin1Char('/')) && table != QLatin1String("..");
+}
+
 } // namespace DatabasePath

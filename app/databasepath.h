@@ -15,4 +15,8 @@ QString folder(const QString &path);
 /// The part after the last "/".
 QString fileName(const QString &path);
 
+/// True when a file beside others can carry the table's name: a "/" or ".." would lead into
+/// another folder.
+bool canBeFileName(const QString &table);
+
 } // namespace DatabasePath

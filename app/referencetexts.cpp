@@ -17,6 +17,12 @@ ReferenceTexts ReferenceTexts::read(const Columns::Reference &reference)
     return result;
 }
 
+bool ReferenceTexts::has(const QVariant &stored) const
+{
+    const int id = Values::wholePart(stored);
+    return id != 0 && texts.contains(id);
+}
+
 QString ReferenceTexts::text(const QVariant &stored) const
 {
     return texts.value(Values::wholePart(stored));

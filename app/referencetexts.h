@@ -20,6 +20,9 @@ public:
     /// The text for a stored reference value; empty when its record is gone.
     QString text(const QVariant &stored) const;
 
+    /// True when the record of a stored reference value is there.
+    bool has(const QVariant &stored) const;
+
 private:
     QHash<int, QString> texts;
 };

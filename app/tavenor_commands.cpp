@@ -89,20 +89,6 @@ QList<QWidget *> writingButtons(const Ui::Tavenor &form)
     return {form.pbNewUser, form.pbEditUser, form.pbDeleteUser, form.pbNewFilter};
 }
 
-// Commands whose pages this release does not have yet.
-QList<QAction *> laterActions(const Ui::Tavenor &form)
-{
-    return {form.actionExport,
-            form.actionExport_To_File,
-            form.actionExport_Selected_Record_To_File,
-            form.actionExport_Selected_Record_To_File_txt,
-            form.actionExport_All_Tables_Structures,
-            form.actionExport_Selected_Tables_Structure,
-            form.actionImport_Table_Structure,
-            form.actionImport_From_File_Export_Manager_File,
-            form.actionAutoExportAll};
-}
-
 // The commands that the modes hide everywhere else.
 QList<QAction *> doorTwins(const Ui::Tavenor &form)
 {
@@ -210,14 +196,9 @@ void Tavenor::makeModeMarks()
 void Tavenor::updateSecondDoor()
 {
     const bool open = !readOnly && !typed && db && db->isOpen();
-    const QList<QAction *> later = laterActions(*ui);
     for (QAction *const entry : qAsConst(secondDoor)) {
         entry->setVisible(administratorMode);
         entry->setEnabled(open);
-    }
-    for (int i = 0; i < doorTwins(*ui).size(); ++i) {
-        const bool built = !later.contains(doorTwins(*ui).at(i));
-        secondDoor.at(i + 1)->setEnabled(open && built);
     }
 }
 
@@ -235,9 +216,6 @@ void Tavenor::updateCommands()
     }
     for (QWidget *const widget : leavingWidgets(*ui)) {
         widget->setEnabled(!typed);
-    }
-    for (QAction *const action : laterActions(*ui)) {
-        action->setEnabled(false);
     }
     updateSecondDoor();
     techModDoor->setChecked(ui->actionTech_Mod->isChecked());

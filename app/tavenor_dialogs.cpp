@@ -12,6 +12,8 @@
 
 #include <QEventLoop>
 
+#include <limits>
+
 namespace
 {
 
@@ -64,6 +66,13 @@ void Tavenor::warn(const QString &text)
     messageBox->exec();
 }
 
+void Tavenor::inform(const QString &text)
+{
+    messageBox->setIcon(QMessageBox::Information);
+    messageBox->setText(text);
+    messageBox->exec();
+}
+
 bool Tavenor::confirm(const QString &text)
 {
     QMessageBox box(this);
@@ -107,19 +116,32 @@ void Tavenor::updateProgress(int done, int total)
     sincePaint.start();
 }
 
+void Tavenor::updateValueProgress(qint64 done, qint64 total)
+{
+    const qint64 scale = total / std::numeric_limits<int>::max() + 1;
+    updateProgress(int(done / scale), int(total / scale));
+}
+
+void Tavenor::prepareProgress(const QString &title, const QString &text)
+{
+    reachedPercent = 0;
+    progressForm->setProgressValue(0);
+    progressForm->setProgressText(text);
+    progressForm->setTitle(title);
+}
+
 Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString &text)
     : owner(window)
     , insideAnother(window.operationRunning)
 {
-    owner.reachedPercent = 0;
-    owner.progressForm->setProgressValue(0);
-    owner.progressForm->setProgressText(text);
-    owner.progressForm->setTitle(title);
+    owner.prepareProgress(title, text);
     owner.sincePaint.start();
     if (insideAnother) {
         return;
     }
     owner.operationRunning = true;
+    // An operation before may have left it up.
+    owner.progressForm->hide();
     owner.sinceStart.start();
     owner.progressForm->setHeld(true);
     owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, true);
@@ -136,4 +158,7 @@ Tavenor::Progress::~Progress()
     owner.progressForm->hide();
     owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);
     owner.progressForm->setProgressValue(owner.reachedPercent);
+    if (leftUp) {
+        owner.progressForm->show();
+    }
 }

@@ -18,7 +18,12 @@ public:
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;
 
+    /// Leaves the dialog on the screen at the end, for the user to dismiss or the next
+    /// operation to take over.
+    void leaveUp() { leftUp = true; }
+
 private:
     Tavenor &owner;
     const bool insideAnother;
+    bool leftUp = false;
 };

@@ -28,7 +28,7 @@ int wishedId(const FieldPairs &fields)
 {
     for (const FieldPair &pair : fields) {
         if (pair.first == Markers::IdColumn) {
-            return qMax(pair.second.toInt(), 0);
+            return Values::wishedId(pair.second);
         }
     }
     return 0;

@@ -45,5 +45,9 @@ constexpr QLatin1String SubTablesConfigsTable = Latin1::text("subtablesconfigs")
 /// Folders beside the database file: attachments of records, icons of tables.
 constexpr QLatin1String AttachmentsFolder = Latin1::text("TABLES_DOC");
 constexpr QLatin1String IconsFolder = Latin1::text("DB_DATA");
+/// Folders beside the database file, with their final "/": the program's own exchange files,
+/// texts for people to read.
+constexpr QLatin1String ExportsFolder = Latin1::text("ExportManagerFiles/");
+constexpr QLatin1String ReadableFolder = Latin1::text("Exports/");
 
 } // namespace Markers

@@ -141,15 +141,6 @@ bool holdsMarker(const QString &name)
            std::any_of(keywords.begin(), keywords.end(), isInside);
 }
 
-bool isNameOfReservedTable(const QString &stored)
-{
-    QString plain = stored;
-    plain.remove(Markers::HiddenTable);
-    return SqlNames::isSameName(plain, Markers::SettingsTable) ||
-           SqlNames::isSameName(plain, Markers::FiltersTable) ||
-           SqlNames::isSameName(plain, Markers::SubTablesConfigsTable);
-}
-
 /// True when the label would have the field's values written in another way than its format
 /// asks for.
 bool changesWriting(const QString &label, const QString &format)
@@ -253,6 +244,14 @@ QString withoutBlanks(QString text)
 bool isSameName(const QString &name, const QString &other)
 {
     return asWord(name) == asWord(other);
+}
+
+bool isNameOfReservedTable(const QString &stored)
+{
+    QString plain = stored;
+    plain.remove(Markers::HiddenTable);
+    return isSameName(plain, Markers::SettingsTable) || isSameName(plain, Markers::FiltersTable) ||
+           isSameName(plain, Markers::SubTablesConfigsTable);
 }
 
 bool canBeRead(const QString &column)

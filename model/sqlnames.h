@@ -48,6 +48,9 @@ QString withoutBlanks(QString text);
 /// letters.
 bool isSameName(const QString &name, const QString &other);
 
+/// True for the name of one of the program's own tables, in any letter case, hidden or not.
+bool isNameOfReservedTable(const QString &stored);
+
 /// `text` with every ASCII character that a name must not hold in its full-width form, so that
 /// a name derived from a record's title or from a shown table name can always be stored.
 QString madeSafe(const QString &text);

@@ -120,6 +120,11 @@ int recordId(const QVariant &stored)
     return id == int(id) ? int(id) : 0;
 }
 
+int wishedId(const QString &text)
+{
+    return qMax(text.toInt(), 0);
+}
+
 QString oneCharacterId(int rows)
 {
     return QString(QChar(ushort((rows + 1) % 256)));

@@ -58,6 +58,10 @@ int leadingWhole(const QString &text);
 /// A record's stored Id; 0, which no record of ours has, for one that does not fit.
 int recordId(const QVariant &stored);
 
+/// The Id that a new record's text asks for; 0, which lets the program choose, for anything that
+/// cannot be one.
+int wishedId(const QString &text);
+
 /// The text given as the Id of a new row of "settings" or "filters": one character, whose code is
 /// (rows + 1) modulo 256. No row ever gets this Id; adding a row chooses its own.
 QString oneCharacterId(int rows);

@@ -16,6 +16,11 @@
 
 class QSqlQuery;
 
+namespace SqlText
+{
+class RowInsertion;
+}
+
 /// Composes and runs every statement on the default connection. Failures are shown here, at
 /// once and once, in a modal warning box with the texts that people know; callers only test
 /// the result. Reading operations show nothing: they give 0, false or an empty record.
@@ -106,6 +111,9 @@ public:
     /// Writes the fields of `values` into one record with one statement, composed as
     /// updateField() would. Silent. False when it fails or no row was changed.
     bool updateWhole(const QString &table, int id, const FieldPairs &values);
+
+    /// Inserts one of many records whole, with the Id given. Silent. False when it fails.
+    bool insertRow(const SqlText::RowInsertion &insertion, int id, const FieldPairs &values);
 
     /// Runs `commands` so that their writes become durable together: first silently inside
     /// one transaction; when anything fails there, everything is rolled back and the commands

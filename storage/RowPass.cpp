@@ -70,6 +70,11 @@ RowPass::RowPass(const QString &table, const QStringList &columns)
     }
 }
 
+RowPass::RowPass(const QString &table, int id)
+    : query(run(SqlText::selectById(table, id)))
+{
+}
+
 RowPass::~RowPass() = default;
 
 bool RowPass::next()
@@ -88,6 +93,11 @@ QVariant RowPass::value(int position) const
         return query.value(position);
     }
     return position < positions.size() ? query.value(positions.at(position)) : QVariant();
+}
+
+bool RowPass::failed() const
+{
+    return query.lastError().isValid();
 }
 
 int RowPass::count(const QString &table)

@@ -19,6 +19,8 @@ public:
     /// as DataBase::fieldNames() gives them. A table or column that does not exist gives a
     /// pass without rows.
     explicit RowPass(const QString &table, const QStringList &columns = {});
+    /// Begins a walk over the row with this Id, all columns in table order.
+    RowPass(const QString &table, int id);
     ~RowPass();
     RowPass(const RowPass &) = delete;
     RowPass &operator=(const RowPass &) = delete;
@@ -31,6 +33,8 @@ public:
 
     /// The driver's text when the table could not be read, or not to its end; empty otherwise.
     QString error() const;
+    /// True when the table could not be read, or not to its end: what was read is not all.
+    bool failed() const;
 
     /// Number of rows of a table, counted by SQLite itself; 0 when it cannot be read.
     static int count(const QString &table);

@@ -266,6 +266,12 @@ int DataBase::insertWhole(const QString &table, bool keepId, int id, const Field
     return insert(table, newId, values, {});
 }
 
+bool DataBase::insertRow(const SqlText::RowInsertion &insertion, int id, const FieldPairs &values)
+{
+    const QString reason = firstFilled({insertion.refusal(), insertion.valuesRefusal(values)});
+    return change(reason, insertion.statement(id, values), {});
+}
+
 /// What an update of this field lacks, as people read it; empty when nothing is missing.
 QString DataBase::missingFor(const QString &table, int id, const QString &field) const
 {

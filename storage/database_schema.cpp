@@ -43,17 +43,23 @@ QString clearFailed(const QString &table, const QString &reason)
                              qUtf8Printable(reason));
 }
 
+/// Why no table can have this name; empty when one can.
+QString nameRefusal(const QString &table)
+{
+    // Such a name can be read, but is SQLite's own.
+    return table.startsWith(QLatin1String("sqlite_"), Qt::CaseInsensitive)
+               ? QString::asprintf("Il nome '%s' è una parola riservata.", qUtf8Printable(table))
+               : SqlText::refusal({table});
+}
+
 /// Why no table can be made of this; empty when one can.
 QString refusalOf(const QString &table, const ColumnDefinitions &columns)
 {
-    QStringList names = {table};
-    QString badType;
-    for (const ColumnDefinition &column : columns) {
-        names.append(column.first);
-        badType = badType.isEmpty() ? SqlText::typeRefusal(column.second) : badType;
+    QString reason = nameRefusal(table);
+    for (auto column = columns.begin(); reason.isEmpty() && column != columns.end(); ++column) {
+        reason = SqlText::columnRefusal(*column);
     }
-    const QString badName = SqlText::refusal(names);
-    return badName.isEmpty() ? badType : badName;
+    return reason;
 }
 
 } // namespace

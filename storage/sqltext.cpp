@@ -7,6 +7,8 @@
 #include "model/sqlnames.h"
 #include "model/values.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace
@@ -28,16 +30,49 @@ QString tableToRead(const QString &table)
     return quotedUnless(SqlNames::canStandUnquoted(table), table);
 }
 
-/// The value as it stands in a statement.
-QString literal(const QString &field, const QString &value)
+using SqlText::ValueKind;
+
+ValueKind kindOf(const QString &field)
 {
     if (field.contains(Markers::IntegerWord)) {
+        return field == Markers::IdColumn ? ValueKind::Id : ValueKind::Integer;
+    }
+    return field.contains(Markers::RealWord) ? ValueKind::Real : ValueKind::Text;
+}
+
+/// The value as it stands in a statement.
+QString literal(ValueKind kind, const QString &value)
+{
+    switch (kind) {
+    case ValueKind::Id:
+    case ValueKind::Integer:
         return QString::asprintf("'%d'", value.toInt());
-    }
-    if (field.contains(Markers::RealWord)) {
+    case ValueKind::Real:
         return QString::asprintf("'%f'", value.toDouble());
+    case ValueKind::Text:
+        break;
     }
-    return QString::asprintf("'%s'", qUtf8Printable(value));
+    // Cut at a NUL character and without halves of pairs: SQLite would read both otherwise.
+    const bool fits = value.isValidUtf16() && !value.contains(QChar(0));
+    const QLatin1Char quote('\'');
+    return quote + (fits ? value : QString::fromUtf8(value.toUtf8().constData())) + quote;
+}
+
+QString literal(const QString &field, const QString &value)
+{
+    return literal(kindOf(field), value);
+}
+
+QString textRefusal(const QString &value)
+{
+    if (!value.contains(QLatin1Char('\''))) {
+        return {};
+    }
+    QString rest = value;
+    rest.remove(QLatin1String("''"));
+    return rest.contains(QLatin1Char('\''))
+               ? QStringLiteral("Il valore contiene un apice non raddoppiato.")
+               : QString();
 }
 
 /// What a new row gets for a field: of equal names the last one counts, as if they were
@@ -51,16 +86,6 @@ QString insertedValue(const QString &field, int id, const FieldPairs &values)
         std::find_if(values.rbegin(), values.rend(),
                      [&field](const FieldPair &pair) { return pair.first == field; });
     return given == values.rend() ? QStringLiteral("0") : literal(field, given->second);
-}
-
-/// The column's name in the new table, where columns before it may carry the same one.
-QString storedName(const ColumnDefinitions &columns, int position)
-{
-    const QString &name = columns.at(position).first;
-    const auto earlier =
-        std::count_if(columns.begin(), columns.begin() + position,
-                      [&name](const ColumnDefinition &column) { return column.first == name; });
-    return Columns::withDuplicateSuffix(name, static_cast<int>(earlier));
 }
 
 } // namespace
@@ -85,16 +110,18 @@ QString typeRefusal(const QString &type)
                                     qUtf8Printable(type));
 }
 
+QString columnRefusal(const ColumnDefinition &column)
+{
+    if (column.first.isEmpty()) {
+        return SqlNames::missingName();
+    }
+    const QString badName = refusal({column.first});
+    return badName.isEmpty() ? typeRefusal(column.second) : badName;
+}
+
 QString valueRefusal(const FieldPair &pair)
 {
-    if (pair.first.contains(Markers::IntegerWord) || pair.first.contains(Markers::RealWord)) {
-        return {};
-    }
-    QString rest = pair.second;
-    rest.remove(QLatin1String("''"));
-    return rest.contains(QLatin1Char('\''))
-               ? QStringLiteral("Il valore contiene un apice non raddoppiato.")
-               : QString();
+    return kindOf(pair.first) == ValueKind::Text ? textRefusal(pair.second) : QString();
 }
 
 QString selectAll(const QString &table)
@@ -137,9 +164,10 @@ QString countRows(const QString &table)
 QString createTable(const QString &table, const ColumnDefinitions &columns)
 {
     QString list;
-    for (int position = 0; position < columns.size(); ++position) {
-        list += QLatin1Char(',') + storedName(columns, position) + QLatin1Char(' ') +
-                columns.at(position).second;
+    QHash<QString, int> earlier;
+    for (const ColumnDefinition &column : columns) {
+        const QString name = Columns::withDuplicateSuffix(column.first, earlier[column.first]++);
+        list += QLatin1Char(',') + name + QLatin1Char(' ') + column.second;
     }
     return QString::asprintf("CREATE TABLE IF NOT EXISTS %s (%s integer primary key%s)",
                              qUtf8Printable(table), Markers::IdColumn.data(), qUtf8Printable(list));
@@ -172,6 +200,42 @@ QString insert(const QString &table, const QStringList &fields, int id, const Fi
     return QString::asprintf("INSERT INTO %s (%s) VALUES (%s)", qUtf8Printable(table),
                              qUtf8Printable(fields.join(QLatin1Char(','))),
                              qUtf8Printable(literals.join(QLatin1Char(','))));
+}
+
+RowInsertion::RowInsertion(const QString &table, const QStringList &fields)
+    : start(QString::asprintf("INSERT INTO %s (%s) VALUES (", qUtf8Printable(table),
+                              qUtf8Printable(fields.join(QLatin1Char(',')))))
+    , namesRefusal(SqlText::refusal(QStringList(table) + fields))
+{
+    for (const QString &field : fields) {
+        kinds.append(kindOf(field));
+    }
+}
+
+QString RowInsertion::valuesRefusal(const FieldPairs &values) const
+{
+    for (int i = 0; i < kinds.size(); ++i) {
+        const bool isText = kinds.at(i) == ValueKind::Text;
+        const QString reason = isText ? textRefusal(values.at(i).second) : QString();
+        if (!reason.isEmpty()) {
+            return reason;
+        }
+    }
+    return {};
+}
+
+QString RowInsertion::statement(int id, const FieldPairs &values) const
+{
+    QString text = start;
+    for (int i = 0; i < kinds.size(); ++i) {
+        if (i > 0) {
+            text += QLatin1Char(',');
+        }
+        const bool isId = kinds.at(i) == ValueKind::Id;
+        text += isId ? QString::number(id) : literal(kinds.at(i), values.at(i).second);
+    }
+    text += QLatin1Char(')');
+    return text;
 }
 
 QString update(const QString &table, int id, const FieldPairs &values)

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 /// Arguments to statement text; nothing is run here. In statements that only read, a name that
 /// SQL would misread is put in double quotes, so that tables made by other programs can be
@@ -15,11 +16,16 @@
 namespace SqlText
 {
 
+/// How the value of a field is written.
+enum class ValueKind { Id, Integer, Real, Text };
+
 /// Why a writing statement cannot be composed of these names, as people read it; empty when
 /// it can.
 QString refusal(const QStringList &names);
 /// The same for the SQL type of a column: letters, or nothing.
 QString typeRefusal(const QString &type);
+/// The same for a column that a new table gets.
+QString columnRefusal(const ColumnDefinition &column);
 /// The same for a field's value: in a text, a quote that stands alone would end the value too
 /// early.
 QString valueRefusal(const FieldPair &pair);
@@ -53,6 +59,26 @@ QString insert(const QString &table, const QStringList &fields, int id,
 QString update(const QString &table, int id, const FieldPairs &values);
 /// Removes the row with this Id.
 QString deleteById(const QString &table, int id);
+
+/// The statements of insert() for many records of one table. What is the same in all of them is
+/// composed once.
+class RowInsertion
+{
+public:
+    RowInsertion(const QString &table, const QStringList &fields);
+
+    /// refusal() of the names.
+    QString refusal() const { return namesRefusal; }
+    /// valueRefusal() of a record's values, which stand in the order of the fields.
+    QString valuesRefusal(const FieldPairs &values) const;
+    /// The statement that adds the record of these values with this Id.
+    QString statement(int id, const FieldPairs &values) const;
+
+private:
+    QString start;
+    QString namesRefusal;
+    QVector<ValueKind> kinds;
+};
 
 /// Reads the head of the file.
 QString schemaVersion();

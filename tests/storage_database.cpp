@@ -4,6 +4,7 @@
 #include "storage/DataBase.h"
 
 #include "model/sqlnames.h"
+#include "storage/sqltext.h"
 #include "tests/support/ModalResponder.h"
 #include "tests/support/Sql.h"
 #include "tests/support/Workspace.h"
@@ -499,33 +500,44 @@ void TestDataBase::createTableRefuses_data()
 {
     QTest::addColumn<QString>("table");
     QTest::addColumn<ColumnDefinitions>("columns");
-    QTest::addColumn<QString>("bad");
+    QTest::addColumn<QString>("reason");
     const ColumnDefinition good = {text("a"), text("text")};
     for (const char *name : {"le cose", "a,b", "a(b", "main.T", "T AS SELECT * FROM libri", "T--",
                              "1a", "order", "it's", "100%s"}) {
         QTest::newRow(QByteArray("the table ") + name)
-            << text(name) << ColumnDefinitions{good} << text(name);
+            << text(name) << ColumnDefinitions{good} << SqlNames::refusal(text(name));
     }
-    for (const char *name : {"a b", "a,b text", "a text)--", "", "2a", "check"}) {
+    for (const char *name : {"sqlite_x", "SQLITE_x"}) {
+        QTest::newRow(QByteArray("the table ") + name)
+            << text(name) << ColumnDefinitions{good}
+            << text("Il nome '%1' è una parola riservata.").arg(text(name));
+    }
+    for (const char *name : {"a b", "a,b text", "a text)--", "2a", "check"}) {
         QTest::newRow(QByteArray("the column ") + name)
-            << text("T") << ColumnDefinitions{good, {text(name), text("text")}} << text(name);
+            << text("T") << ColumnDefinitions{good, {text(name), text("text")}}
+            << SqlNames::refusal(text(name));
     }
+    QTest::newRow("a column without a name")
+        << text("T") << ColumnDefinitions{good, {QString(), text("text")}}
+        << text("Una riga non ha nome.");
+    QTest::newRow("a blank line") << text("T") << ColumnDefinitions{good, {}}
+                                  << text("Una riga non ha nome.");
+    QTest::newRow("the first reason is told")
+        << text("T") << ColumnDefinitions{{text("b"), text("text,c")}, {}}
+        << SqlText::typeRefusal(text("text,c"));
     QTest::newRow("the type") << text("T") << ColumnDefinitions{good, {text("b"), text("text,c")}}
-                              << text("text,c");
+                              << text("Il nome 'text,c' contiene caratteri non ammessi: usare solo "
+                                      "lettere, cifre e '_'.");
 }
 
 void TestDataBase::createTableRefuses()
 {
     QFETCH(QString, table);
     QFETCH(ColumnDefinitions, columns);
-    QFETCH(QString, bad);
+    QFETCH(QString, reason);
     ModalResponder responder;
     responder.answer(QMessageBox::Ok);
     QVERIFY(!db->createTable(table, columns));
-    const QString reason = bad == text("text,c")
-                               ? text("Il nome 'text,c' contiene caratteri non ammessi: usare solo "
-                                      "lettere, cifre e '_'.")
-                               : SqlNames::refusal(bad);
     QCOMPARE(responder.takeTexts(), QStringList(text("ERRORE: Impossibile creare la tabella ") +
                                                 table + text("!\n") + reason));
     QCOMPARE(Sql::schema().size(), 1);

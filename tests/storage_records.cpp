@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
 // Tests of adding, changing and removing records.
+#include "storage/BulkInsert.h"
 #include "storage/DataBase.h"
 #include "tests/support/ModalResponder.h"
 #include "tests/support/Sql.h"
@@ -57,6 +58,11 @@ class TestRecords : public QObject
 private slots:
     void init();
     void cleanup();
+    void bulkInsertTakesIds();
+    void bulkInsertWhenNoIdIsLeft();
+    void bulkInsertWritesWholeRecords();
+    void bulkInsertOfOtherTables_data();
+    void bulkInsertOfOtherTables();
 
     void insertRecordHoldsZeros();
     void newIds_data();
@@ -605,6 +611,73 @@ void TestRecords::updateWholeFailsSilently()
     QVERIFY(!db->updateWhole(table, id, values));
     QVERIFY(responder.boxes().isEmpty());
     QCOMPARE(books(), QStringList(text("1|'0'|'0'|'0'|'0'|0")));
+}
+
+void TestRecords::bulkInsertTakesIds()
+{
+    addBook(text("3"));
+    addBook(text("7"));
+    addBook(text("-4"));
+    BulkInsert bulk(*db, Books, db->fieldNames(Books));
+    QVERIFY(bulk.isPossible());
+    QCOMPARE(bulk.takeId(5), 5);
+    QCOMPARE(bulk.takeId(5), 0);
+    QCOMPARE(bulk.takeId(7), 0);
+    QCOMPARE(bulk.takeId(0), 8);
+    QCOMPARE(bulk.takeId(20), 20);
+    QCOMPARE(bulk.takeId(-4), 21);
+    // Nothing of that was written.
+    bulk.readIds();
+    QCOMPARE(bulk.takeId(5), 5);
+    QCOMPARE(bulk.takeId(0), 8);
+}
+
+void TestRecords::bulkInsertWhenNoIdIsLeft()
+{
+    addBook(text("4294967296"));
+    BulkInsert bulk(*db, Books, db->fieldNames(Books));
+    QCOMPARE(bulk.takeId(0), -1);
+    QCOMPARE(bulk.takeId(2147483647), 2147483647);
+    QCOMPARE(bulk.takeId(2147483647), 0);
+    QCOMPARE(bulk.takeId(0), -1);
+}
+
+void TestRecords::bulkInsertWritesWholeRecords()
+{
+    const QStringList columns = db->fieldNames(Books);
+    FieldPairs values;
+    for (const QString &column : columns) {
+        values.append({column, text("9")});
+    }
+    BulkInsert bulk(*db, Books, columns);
+    const ModalResponder responder;
+    QVERIFY(bulk.insert(4, values));
+    QVERIFY(!bulk.insert(4, values));
+    values[1].second = text("l'uva");
+    QVERIFY(!bulk.insert(5, values));
+    QVERIFY(responder.boxes().isEmpty());
+    QCOMPARE(books(), QStringList(text("4|'9'|'9'|'9.000000'|'9'|9")));
+}
+
+void TestRecords::bulkInsertOfOtherTables_data()
+{
+    QTest::addColumn<QString>("create");
+    QTest::newRow("the Id stands elsewhere")
+        << text("CREATE TABLE f (a text,RINTEGERFORMAT_Id integer primary key)");
+    QTest::newRow("no Id") << text("CREATE TABLE f (a text)");
+    QTest::newRow("Ids that are texts")
+        << text("CREATE TABLE f AS SELECT 'x' AS RINTEGERFORMAT_Id,'y' AS a");
+    QTest::newRow("a name that SQL would misread")
+        << text("CREATE TABLE f (RINTEGERFORMAT_Id integer primary key,\"a b\" text)");
+}
+
+void TestRecords::bulkInsertOfOtherTables()
+{
+    QFETCH(QString, create);
+    Sql::run(create);
+    const BulkInsert bulk(*db, text("f"), db->fieldNames(text("f")));
+    QVERIFY(!bulk.isPossible());
+    QVERIFY(!BulkInsert(*db, text("manca"), {}).isPossible());
 }
 
 QTEST_MAIN(TestRecords)

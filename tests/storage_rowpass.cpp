@@ -60,6 +60,9 @@ private slots:
     void leavesNothingInTheWay_data();
     void leavesNothingInTheWay();
     void twoWalksStandBesideEachOther();
+    void oneRecord_data();
+    void oneRecord();
+    void failures();
     void count_data();
     void count();
 
@@ -283,6 +286,47 @@ void TestRowPass::twoWalksStandBesideEachOther()
         }
     }
     QCOMPARE(pairs, 9);
+}
+
+void TestRowPass::oneRecord_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("the record of this Id") << 7 << text("7|sette");
+    QTest::newRow("none") << 8 << QString();
+    QTest::newRow("an Id below zero") << -7 << QString();
+}
+
+void TestRowPass::oneRecord()
+{
+    QFETCH(int, id);
+    QFETCH(QString, line);
+    Sql::run(text("CREATE TABLE R (RINTEGERFORMAT_Id integer primary key,a text)"));
+    Sql::run(text("INSERT INTO R VALUES (6,'sei'),(7,'sette')"));
+    RowPass rows(text("R"), id);
+    QCOMPARE(rows.next(), !line.isEmpty());
+    if (!line.isEmpty()) {
+        QCOMPARE(rows.value(0).toString() + QLatin1Char('|') + rows.value(1).toString(), line);
+        QVERIFY(!rows.next());
+    }
+    QVERIFY(!rows.failed());
+}
+
+void TestRowPass::failures()
+{
+    RowPass whole(text("T"));
+    while (whole.next()) {
+    }
+    QVERIFY(!whole.failed());
+    QVERIFY(RowPass(text("manca")).failed());
+    QVERIFY(RowPass(text("manca"), 7).failed());
+    // Fails at its second row.
+    Sql::run(text("CREATE VIEW V AS SELECT id,abs(CASE id WHEN 2 THEN -9223372036854775808 ELSE "
+                  "id END) AS a FROM T"));
+    RowPass broken(text("V"));
+    QVERIFY(broken.next());
+    QVERIFY(!broken.next());
+    QVERIFY(broken.failed());
 }
 
 void TestRowPass::count_data()

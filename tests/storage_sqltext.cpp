@@ -37,6 +37,9 @@ private slots:
     void updateWritesByTheFieldsName();
     void insertNamesEveryField_data();
     void insertNamesEveryField();
+    void rowInsertionIsTheSameStatement_data();
+    void rowInsertionIsTheSameStatement();
+    void rowInsertionRefuses();
     void percentSignsOfNamesAndValuesStay();
     void longValuesStayWhole();
     void textIsCutAtANulCharacter();
@@ -225,6 +228,49 @@ void TestSqlText::insertNamesEveryField()
     QFETCH(FieldPairs, values);
     QFETCH(QString, expected);
     QCOMPARE(SqlText::insert(text("T"), fields, 5, values), expected);
+}
+
+void TestSqlText::rowInsertionIsTheSameStatement_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::newRow("empty") << QString();
+    for (const char *value : {"12", " 12 ", "1.5", "1e20", "nan", "inf", "x", "l''uva", "100%s %n",
+                              "però €", "😀", ":a ? @b $c", "2147483648", "-0.0000001"}) {
+        QTest::newRow(value) << text(value);
+    }
+    QTest::newRow("a NUL character") << text("prima") + QChar(0) + text("dopo");
+    QTest::newRow("the first half of a pair") << text("a") + QChar(0xd83d);
+    QTest::newRow("the second half of a pair") << QChar(0xde00) + text("a");
+}
+
+void TestSqlText::rowInsertionIsTheSameStatement()
+{
+    QFETCH(QString, value);
+    const QStringList fields = {IdColumn, text("NSTRINGFORMAT_a"), text("NINTEGERFORMAT_b"),
+                                text("NREALFORMAT_c"), text("NMONEYFORMAT_INTEGER")};
+    FieldPairs values;
+    for (const QString &field : fields) {
+        values.append({field, value});
+    }
+    const SqlText::RowInsertion insertion(text("T"), fields);
+    QCOMPARE(insertion.refusal(), QString());
+    QCOMPARE(insertion.valuesRefusal(values), QString());
+    const QString statement = insertion.statement(7, values);
+    QCOMPARE(statement, SqlText::insert(text("T"), fields, 7, values));
+    QVERIFY(statement.isValidUtf16());
+}
+
+void TestSqlText::rowInsertionRefuses()
+{
+    const QString a = text("NSTRINGFORMAT_a");
+    const QString n = text("NINTEGERFORMAT_n");
+    QCOMPARE(SqlText::RowInsertion(text("T"), {a, text("a b")}).refusal(),
+             SqlNames::refusal(text("a b")));
+    const SqlText::RowInsertion insertion(text("T"), {a, n});
+    QCOMPARE(insertion.valuesRefusal({{a, text("l'uva")}, {n, text("1")}}),
+             SqlText::valueRefusal({a, text("l'uva")}));
+    QVERIFY(!SqlText::valueRefusal({a, text("l'uva")}).isEmpty());
+    QCOMPARE(insertion.valuesRefusal({{a, text("x")}, {n, text("l'uva")}}), QString());
 }
 
 void TestSqlText::percentSignsOfNamesAndValuesStay()

@@ -110,7 +110,6 @@ private slots:
     void advancedModeAsks();
     void advancedModeThroughSecondDoor();
     void advancedModeShowsOwnFields();
-    void unfinishedCommandsAreOff();
     void aboutBox();
     void exitCloses();
     void closingHidesParentlessDialogs();
@@ -334,22 +333,6 @@ void Commands::advancedModeShowsOwnFields()
     QCOMPARE(Window::shownText(window, QStringLiteral("Id")), QStringLiteral("7"));
     Window::action(window, "actionTech_Mod")->trigger();
     QCOMPARE(Window::labels(window), QStringList{QStringLiteral("Titolo")});
-}
-
-void Commands::unfinishedCommandsAreOff()
-{
-    // Whatever can be pressed does something.
-    const Workspace here;
-    here.sql(Books, BooksTables);
-    here.remember(Books);
-    const Tavenor window;
-    for (const char *const name :
-         {"actionExport", "actionExport_To_File", "actionAutoExportAll",
-          "actionImport_From_File_Export_Manager_File", "actionImport_Table_Structure",
-          "actionExport_Selected_Record_To_File", "actionExport_All_Tables_Structures",
-          "actionExport_Selected_Tables_Structure", "actionExport_Selected_Record_To_File_txt"}) {
-        QVERIFY2(!Window::action(window, name)->isEnabled(), name);
-    }
 }
 
 void Commands::aboutBox()
