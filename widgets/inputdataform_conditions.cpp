@@ -9,6 +9,13 @@
 #include "model/markers.h"
 #include "model/values.h"
 
+namespace
+{
+
+constexpr int LettersBesideButtons = 8;
+
+} // namespace
+
 void inputDataForm::connectConditions()
 {
     // Deliberate: pressing pbDiff alone does not make the field take part.
@@ -34,6 +41,10 @@ void inputDataForm::setFilterRole(bool on)
     ui->compareFrame->setVisible(on);
     ui->buttonFrame2->setVisible(on);
     ui->activeMark->setVisible(on);
+    if (on) {
+        // The buttons need the room.
+        ui->cboxData->setMinimumContentsLength(LettersBesideButtons);
+    }
     nameControls();
 }
 
