@@ -58,6 +58,7 @@ void Tavenor::setFilterTexts()
     setButtonTexts(ui->pbCancelFilters, "Annulla", "Lascia le condizioni come erano");
     setButtonTexts(ui->pbNewFilter, "Salva Filtro", "Applica le condizioni e salvale con un nome");
     setButtonTexts(ui->pbSaveFilters, "Applica", "Mostra i Records che passano");
+    showLed(false);
 }
 
 void Tavenor::connectFilters()

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
 // Measured operations: browsing.
-#include "app/Tavenor.h"
 #include "bench/collection.h"
 #include "bench/floors.h"
 #include "bench/openwindow.h"
@@ -106,19 +105,14 @@ void searchKeystroke(benchmark::State &state)
     }
 }
 
-void sizes(benchmark::internal::Benchmark *row)
-{
-    row->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.4);
-}
-
-BENCHMARK(barePass)->Name("bare pass")->Apply(sizes);
-BENCHMARK(listLoadFloor)->Name("list load|floor")->Apply(sizes);
-BENCHMARK(listLoad)->Name("list load")->Apply(sizes);
-BENCHMARK(recordFloor)->Name("record by Id|floor")->Apply(sizes);
-BENCHMARK(jump)->Name("record by Id")->Apply(sizes);
-BENCHMARK(recordFloor)->Name("next, previous|floor")->Apply(sizes);
-BENCHMARK(nextPrevious)->Name("next, previous")->Apply(sizes);
-BENCHMARK(searchFloor)->Name("search keystroke|floor")->Apply(sizes);
-BENCHMARK(searchKeystroke)->Name("search keystroke")->Apply(sizes);
+BENCHMARK(barePass)->Name("bare pass")->Apply(OpenWindow::sizes);
+BENCHMARK(listLoadFloor)->Name("list load|floor")->Apply(OpenWindow::sizes);
+BENCHMARK(listLoad)->Name("list load")->Apply(OpenWindow::sizes);
+BENCHMARK(recordFloor)->Name("record by Id|floor")->Apply(OpenWindow::sizes);
+BENCHMARK(jump)->Name("record by Id")->Apply(OpenWindow::sizes);
+BENCHMARK(recordFloor)->Name("next, previous|floor")->Apply(OpenWindow::sizes);
+BENCHMARK(nextPrevious)->Name("next, previous")->Apply(OpenWindow::sizes);
+BENCHMARK(searchFloor)->Name("search keystroke|floor")->Apply(OpenWindow::sizes);
+BENCHMARK(searchKeystroke)->Name("search keystroke")->Apply(OpenWindow::sizes);
 
 } // namespace

@@ -96,6 +96,36 @@ void BareWindow::loadList()
         map.insert(line, query.value(0).toInt());
         lines.append(line);
     }
+    showLines();
+}
+
+int BareWindow::loadFilteredList()
+{
+    lines.clear();
+    map.clear();
+    list.clear();
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("SELECT RINTEGERFORMAT_Id,RSTRINGFORMAT_Titolo,"
+                              "NDATEFORMAT_Acquistato,NINTEGERFORMAT_Anno,NSTRINGFORMAT_Luogo "
+                              "FROM ") +
+               Collection::table());
+    const QString place = QStringLiteral("Scaffale 1");
+    while (query.next()) {
+        const bool early = query.value(2).toString().midRef(6).toInt() < 2013;
+        if ((early && query.value(3).toString().toInt() > 1950) ||
+            query.value(4).toString().contains(place)) {
+            const QString line = query.value(1).toString();
+            map.insert(line, query.value(0).toInt());
+            lines.append(line);
+        }
+    }
+    showLines();
+    return map.value(lines.value(0));
+}
+
+void BareWindow::showLines()
+{
     lines = sorted(lines);
     list.addItems(lines);
     QCoreApplication::processEvents();

@@ -29,6 +29,10 @@ public:
     void readAll();
     /// One forward pass over Id and title; the list filled, sorted, mapped and painted.
     void loadList();
+    /// The same over the rows that pass three conditions (bought before 2013, and later than
+    /// 1950, or in one of eleven places), which are compared on the way; gives the Id of the
+    /// first line.
+    int loadFilteredList();
     /// One record read by its Id, its fields built, placed and painted.
     void showRecord(int id);
     /// One forward pass over the numeric columns of the table; the sum of all their values.
@@ -37,6 +41,8 @@ public:
     int search(const QString &text) const;
 
 private:
+    void showLines();
+
     QSqlDatabase database;
     QListWidget list;
     QScrollArea page;

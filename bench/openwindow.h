@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
-// The program's window to measure with.
+// The program's window, open over a database to measure with.
 #pragma once
 
 #include "app/Tavenor.h"
@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
 
 #include <memory>
 
@@ -40,6 +42,12 @@ public:
     Widget *get(const char *name) const
     {
         return window->findChild<Widget *>(QString::fromUtf8(name));
+    }
+
+    /// The numbers of records that each operation is measured with.
+    static void sizes(benchmark::internal::Benchmark *row)
+    {
+        row->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.4);
     }
 
 private:

@@ -108,6 +108,7 @@ private slots:
     void withoutATable();
     void onlyTable();
     void newColumnAppears();
+    void columnsOfOtherPrograms();
     void keyboard();
     void choiceEndsWithReturn();
 
@@ -298,6 +299,34 @@ void FiltersTest::newColumnAppears()
     QCOMPARE(FilterPage::labels(window),
              (QStringList{Autore, QStringLiteral("Paese"), QStringLiteral("Nato")}));
     QCOMPARE(FilterPage::active(window), QStringList{QStringLiteral("Paese Equal Italia And")});
+}
+
+void FiltersTest::columnsOfOtherPrograms()
+{
+    const Workspace here;
+    here.sql(Books, {QStringLiteral("CREATE TABLE coins (RINTEGERFORMAT_Id integer primary key,"
+                                    "name text,\"a b\" text,\"select\" text,Xtra text,year "
+                                    "integer)"),
+                     QStringLiteral("INSERT INTO coins VALUES (1,'lira','x','y','z',1950),"
+                                    "(2,'euro','x''s','y','w',2002)"),
+                     QStringLiteral("CREATE TABLE other (id integer primary key)")});
+    here.remember(Books);
+    const Tavenor window;
+    FilterPage::open(window);
+    QCOMPARE(FilterPage::labels(window),
+             (QStringList{QStringLiteral("name"), QStringLiteral("a b"), QStringLiteral("select"),
+                          QStringLiteral("Xtra"), QStringLiteral("year")}));
+    FilterPage::enter(window, QStringLiteral("a b"), QStringLiteral("x's"));
+    FilterPage::enter(window, QStringLiteral("select"), QStringLiteral("y"));
+    FilterPage::enter(window, QStringLiteral("Xtra"), QStringLiteral("w"));
+    FilterPage::enter(window, QStringLiteral("year"), QStringLiteral("2002"));
+    FilterPage::save(window, QStringLiteral("Euro"));
+    QCOMPARE(Window::lines(window), QStringList{QStringLiteral("euro")});
+    const QStringList conditions = FilterPage::active(window);
+    Window::pressTable(window, QStringLiteral("other"));
+    FilterPage::load(window, QStringLiteral("Euro"));
+    QCOMPARE(FilterPage::active(window), conditions);
+    QCOMPARE(Window::lines(window), QStringList{QStringLiteral("euro")});
 }
 
 void FiltersTest::keyboard()
