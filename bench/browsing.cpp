@@ -1,56 +1,18 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
 // Measured operations: browsing.
-#include "app/Tavenor.h"
 #include "bench/collection.h"
 #include "bench/floors.h"
+#include "bench/openwindow.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
 namespace
 {
-
-// The program's window over one database, in a working directory of its own.
-class OpenWindow
-{
-public:
-    explicit OpenWindow(int records)
-        : before(QDir::currentPath())
-    {
-        QDir::setCurrent(directory.path());
-        QFile remembered(QStringLiteral("lastDb.dat"));
-        remembered.open(QIODevice::WriteOnly);
-        remembered.write(Collection::path(records).toUtf8());
-        remembered.close();
-        window = std::make_unique<Tavenor>();
-        window->show();
-        window->changeTable(Collection::table());
-        QCoreApplication::processEvents();
-    }
-    ~OpenWindow()
-    {
-        window.reset();
-        QDir::setCurrent(before);
-    }
-    Tavenor *operator->() const { return window.get(); }
-    template<typename Widget>
-    Widget *get(const char *name) const
-    {
-        return window->findChild<Widget *>(QString::fromUtf8(name));
-    }
-
-private:
-    QTemporaryDir directory;
-    QString before;
-    std::unique_ptr<Tavenor> window;
-};
 
 void barePass(benchmark::State &state)
 {
@@ -70,7 +32,7 @@ void listLoadFloor(benchmark::State &state)
 
 void listLoad(benchmark::State &state)
 {
-    const OpenWindow window(int(state.range(0)));
+    const OpenWindow window(Collection::path(int(state.range(0))), Collection::table());
     for (auto _ : state) {
         window->changeToUsersPage();
         QCoreApplication::processEvents();
@@ -91,7 +53,7 @@ void recordFloor(benchmark::State &state)
 void jump(benchmark::State &state)
 {
     const int records = int(state.range(0));
-    const OpenWindow window(records);
+    const OpenWindow window(Collection::path(records), Collection::table());
     bool odd = false;
     for (auto _ : state) {
         odd = !odd;
@@ -103,7 +65,7 @@ void jump(benchmark::State &state)
 void nextPrevious(benchmark::State &state)
 {
     const int records = int(state.range(0));
-    const OpenWindow window(records);
+    const OpenWindow window(Collection::path(records), Collection::table());
     window.get<QListWidget>("userListWidget")->setCurrentRow(records / 2);
     bool forward = false;
     for (auto _ : state) {
@@ -133,7 +95,7 @@ void searchFloor(benchmark::State &state)
 
 void searchKeystroke(benchmark::State &state)
 {
-    const OpenWindow window(int(state.range(0)));
+    const OpenWindow window(Collection::path(int(state.range(0))), Collection::table());
     auto *const edit = window.get<QLineEdit>("userSearchEdit");
     bool odd = false;
     for (auto _ : state) {

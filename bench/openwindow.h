@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: The Tavenor developers
+// SPDX-License-Identifier: MIT
+// The program's window over a database to measure with.
+#pragma once
+
+#include "app/Tavenor.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// The program's window over one database, in a working directory of its own.
+class OpenWindow
+{
+public:
+    /// Opens the database and makes `table` the current one.
+    OpenWindow(const QString &databasePath, const QString &table);
+    ~OpenWindow();
+    Tavenor *operator->() const { return window.get(); }
+    /// The widget of this name.
+    template<typename Widget>
+    Widget *get(const char *name) const
+    {
+        return window->findChild<Widget *>(QString::fromUtf8(name));
+    }
+
+private:
+    QTemporaryDir directory;
+    QString before;
+    std::unique_ptr<Tavenor> window;
+};
