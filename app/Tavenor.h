@@ -355,7 +355,8 @@ private:
     void forgetFilters();
     void buildFilterPage();
     inputDataForm *makeCondition(const QString &column);
-    /// Builds the page anew when it is not the one of the current table's columns.
+    /// Builds the page, with the conditions last switched on, when it is not there yet or not
+    /// that of the current table's columns.
     void refreshFilterPage();
     /// Reads the choices of links and references; done when the page is first shown, because
     /// most tables are left before.

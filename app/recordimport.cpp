@@ -82,15 +82,15 @@ void RecordImport::finish()
 
 bool RecordImport::writeQuietly()
 {
-    for (const Row &row : qAsConst(batch)) {
+    for (Row &row : batch) {
         if (row.id == 0) {
             continue;
         }
-        FieldPairs values = row.values;
         if (pathPosition > 0) {
-            values[pathPosition].second = userPath(values.at(TitlePosition));
+            // A record that is done again gets it worked out again.
+            row.values[pathPosition].second = userPath(row.values.at(TitlePosition));
         }
-        if (row.id < 0 || !bulk.insert(row.id, values)) {
+        if (row.id < 0 || !bulk.insert(row.id, row.values)) {
             return false;
         }
     }

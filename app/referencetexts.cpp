@@ -17,10 +17,11 @@ ReferenceTexts ReferenceTexts::read(const Columns::Reference &reference)
     return result;
 }
 
-bool ReferenceTexts::has(const QVariant &stored) const
+QString ReferenceTexts::textOr(const QVariant &stored, const QString &missing) const
 {
     const int id = Values::wholePart(stored);
-    return id != 0 && texts.contains(id);
+    // Ids that do not fit are kept as 0 too, and no record of ours has it.
+    return id == 0 ? missing : texts.value(id, missing);
 }
 
 QString ReferenceTexts::text(const QVariant &stored) const

@@ -20,8 +20,8 @@ public:
     /// The text for a stored reference value; empty when its record is gone.
     QString text(const QVariant &stored) const;
 
-    /// True when the record of a stored reference value is there.
-    bool has(const QVariant &stored) const;
+    /// The same, but `missing` when the record is gone.
+    QString textOr(const QVariant &stored, const QString &missing) const;
 
 private:
     QHash<int, QString> texts;

@@ -327,9 +327,9 @@ void Tavenor::enableFilters()
 void Tavenor::disableFilters()
 {
     forgetFilters();
-    buildFilterPage();
-    activeFilters = filterSettings();
+    // Most tables are left before anybody looks at their conditions.
     if (ui->stPages->currentIndex() == FiltersPage) {
+        refreshFilterPage();
         prepareFilterPage();
     }
 }

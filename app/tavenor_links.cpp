@@ -68,6 +68,7 @@ void Tavenor::callFilter(QString listName, int Id)
 void Tavenor::linkToFilter(int Id, QString callListName, QString recordTitle)
 {
     const QString value = RecordLines::idAndTitle(Id, recordTitle);
+    refreshFilterPage();
     for (inputDataForm *const widget : qAsConst(filterWidgets)) {
         // Deliberate: whichever column has the table's name in its own takes part.
         if (!widget->columnName().contains(callListName)) {

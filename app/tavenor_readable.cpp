@@ -35,16 +35,13 @@ public:
 
     QString text(int column, const QVariant &value) const
     {
-        if (!references.at(column)) {
-            return value.toString();
-        }
-        return texts.at(column).has(value) ? texts.at(column).text(value)
-                                           : ReadableText::missingText();
+        return references.at(column) ? texts.at(column).textOr(value, missing) : value.toString();
     }
 
 private:
     QVector<bool> references;
     QVector<ReferenceTexts> texts;
+    const QString missing = ReadableText::missingText();
 };
 
 } // namespace

@@ -222,7 +222,7 @@ bool Tavenor::importRecords(XmfFile::Reader &reader, qint64 total)
         const int last = lastPair(reader.separators());
         updateValueProgress(done + last, total);
         done += last + 2;
-        const FieldPairs record = reader.record();
+        const FieldPairs &record = reader.record();
         if (proven.isEmpty() || !hasNames(record, proven)) {
             proven = namesOf(record);
             fits = columnsMatch(table, proven);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 // Measured operations: filters.
 #include "bench/floors.h"
+#include "bench/collection.h"
 #include "bench/openwindow.h"
 #include "model/filters.h"
 #include "widgets/inputDataForm.h"

@@ -1,14 +1,10 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
-// The program's window, open over a database to measure with.
+// The program's window over a database to measure with.
 #pragma once
 
 #include "app/Tavenor.h"
-#include "bench/collection.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -19,25 +15,13 @@
 class OpenWindow
 {
 public:
-    explicit OpenWindow(int records)
-        : before(QDir::currentPath())
-    {
-        QDir::setCurrent(directory.path());
-        QFile remembered(QStringLiteral("lastDb.dat"));
-        remembered.open(QIODevice::WriteOnly);
-        remembered.write(Collection::path(records).toUtf8());
-        remembered.close();
-        window = std::make_unique<Tavenor>();
-        window->show();
-        window->changeTable(Collection::table());
-        QCoreApplication::processEvents();
-    }
-    ~OpenWindow()
-    {
-        window.reset();
-        QDir::setCurrent(before);
-    }
+    /// Opens the database and makes `table` the current one.
+    OpenWindow(const QString &databasePath, const QString &table);
+    /// Opens the database with this many records and the table that is measured.
+    explicit OpenWindow(int records);
+    ~OpenWindow();
     Tavenor *operator->() const { return window.get(); }
+    /// The widget of this name.
     template<typename Widget>
     Widget *get(const char *name) const
     {
@@ -45,10 +29,7 @@ public:
     }
 
     /// The numbers of records that each operation is measured with.
-    static void sizes(benchmark::internal::Benchmark *row)
-    {
-        row->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.4);
-    }
+    static void sizes(benchmark::internal::Benchmark *row);
 
 private:
     QTemporaryDir directory;

@@ -16,6 +16,7 @@ namespace
 constexpr QLatin1String Separator = Latin1::text("###");
 constexpr QLatin1Char Sign('#');
 constexpr int SignsOfSeparator = 3;
+constexpr int UsualSections = 64;
 constexpr qint64 BlockSize = 64 * 1024;
 // SQLite cannot be built to allow more columns, and an empty value has most separators.
 constexpr int MostSeparators = 32767 * 4;
@@ -45,6 +46,7 @@ struct Sections {
 Sections sectionsOf(const QString &line)
 {
     Sections result;
+    result.parts.reserve(UsualSections);
     int start = 0;
     int place = line.indexOf(Sign);
     while (place >= 0) {
@@ -59,6 +61,16 @@ Sections sectionsOf(const QString &line)
     }
     result.parts.append(line.midRef(start));
     return result;
+}
+
+/// A pair's name, shared with that of the record before where it is the same: in a file of
+/// our own it always is.
+QString nameOf(const QStringRef &name, const FieldPairs &before, int place)
+{
+    if (place < before.size() && name == before.at(place).first) {
+        return before.at(place).first;
+    }
+    return Values::quotesDoubled(name.toString());
 }
 
 } // namespace
@@ -123,7 +135,7 @@ qint64 countSeparators(QIODevice &device)
     return count;
 }
 
-FieldPairs pairs(const QString &line)
+FieldPairs pairs(const QString &line, const FieldPairs &before)
 {
     const Sections sections = sectionsOf(line);
     FieldPairs result;
@@ -134,7 +146,7 @@ FieldPairs pairs(const QString &line)
     for (int i = 0; i < end; i += 2) {
         const QStringRef name = sections.parts.at(i);
         if (!name.isEmpty()) {
-            result.append({Values::quotesDoubled(name.toString()),
+            result.append({nameOf(name, before, result.size()),
                            Values::quotesDoubled(sections.parts.value(i + 1).toString())});
         }
     }
@@ -149,19 +161,14 @@ Reader::Reader(QTextStream &stream)
 
 bool Reader::next()
 {
-    return LineLimit::read(stream, &line);
-}
-
-FieldPairs Reader::record() const
-{
-    const bool fits = line.size() <= LineLimit::LongestLine && separators() <= MostSeparators &&
+    if (!LineLimit::read(stream, &line)) {
+        return false;
+    }
+    count = countSeparators(line);
+    const bool fits = line.size() <= LineLimit::LongestLine && count <= MostSeparators &&
                       !line.contains(QChar(0));
-    return fits ? pairs(line) : FieldPairs();
-}
-
-int Reader::separators() const
-{
-    return countSeparators(line);
+    current = fits ? pairs(line, current) : FieldPairs();
+    return true;
 }
 
 } // namespace XmfFile

@@ -46,8 +46,8 @@ int countSeparators(const QString &line);
 qint64 countSeparators(QIODevice &device);
 
 /// The columns and values of a record's line, in its order, every quote doubled for SQL. Pairs
-/// without a name are left out.
-FieldPairs pairs(const QString &line);
+/// without a name are left out. Names that are those of the record `before` are shared with it.
+FieldPairs pairs(const QString &line, const FieldPairs &before = {});
 
 /// Reads a file line by line.
 class Reader
@@ -64,16 +64,16 @@ public:
 
     /// The current record. Empty for a line that no record can be: one that holds a NUL
     /// character, which no statement can carry, is too long, or has more columns than a table.
-    FieldPairs record() const;
+    const FieldPairs &record() const { return current; }
     /// countSeparators() of the current line.
-    int separators() const;
-    /// The number of characters in the current line.
-    int size() const { return line.size(); }
+    int separators() const { return count; }
 
 private:
     QTextStream &stream;
     QString tableName;
     QString line;
+    FieldPairs current;
+    int count = 0;
 };
 
 } // namespace XmfFile

@@ -40,27 +40,30 @@ ValueKind kindOf(const QString &field)
     return field.contains(Markers::RealWord) ? ValueKind::Real : ValueKind::Text;
 }
 
-/// The value as it stands in a statement.
-QString literal(ValueKind kind, const QString &value)
+/// Adds the value to a statement.
+void appendLiteral(QString *statement, ValueKind kind, const QString &value)
 {
-    switch (kind) {
-    case ValueKind::Id:
-    case ValueKind::Integer:
-        return QString::asprintf("'%d'", value.toInt());
-    case ValueKind::Real:
-        return QString::asprintf("'%f'", value.toDouble());
-    case ValueKind::Text:
-        break;
-    }
-    // Cut at a NUL character and without halves of pairs: SQLite would read both otherwise.
-    const bool fits = value.isValidUtf16() && !value.contains(QChar(0));
     const QLatin1Char quote('\'');
-    return quote + (fits ? value : QString::fromUtf8(value.toUtf8().constData())) + quote;
+    *statement += quote;
+    if (kind == ValueKind::Real) {
+        *statement += QString::asprintf("%f", value.toDouble());
+    } else if (kind != ValueKind::Text) {
+        *statement += QString::number(value.toInt());
+    } else if (value.isValidUtf16() && !value.contains(QChar(0))) {
+        *statement += value;
+    } else {
+        // Cut at a NUL character and without halves of pairs: SQLite would misread both.
+        *statement += QString::fromUtf8(value.toUtf8().constData());
+    }
+    *statement += quote;
 }
 
+/// The value as it stands in a statement.
 QString literal(const QString &field, const QString &value)
 {
-    return literal(kindOf(field), value);
+    QString text;
+    appendLiteral(&text, kindOf(field), value);
+    return text;
 }
 
 QString textRefusal(const QString &value)
@@ -226,13 +229,23 @@ QString RowInsertion::valuesRefusal(const FieldPairs &values) const
 
 QString RowInsertion::statement(int id, const FieldPairs &values) const
 {
-    QString text = start;
+    // Room for the values and what stands around them.
+    int size = start.size() + 64;
+    for (const FieldPair &pair : values) {
+        size += pair.second.size() + 12;
+    }
+    QString text;
+    text.reserve(size);
+    text += start;
     for (int i = 0; i < kinds.size(); ++i) {
         if (i > 0) {
             text += QLatin1Char(',');
         }
-        const bool isId = kinds.at(i) == ValueKind::Id;
-        text += isId ? QString::number(id) : literal(kinds.at(i), values.at(i).second);
+        if (kinds.at(i) == ValueKind::Id) {
+            text += QString::number(id);
+        } else {
+            appendLiteral(&text, kinds.at(i), values.at(i).second);
+        }
     }
     text += QLatin1Char(')');
     return text;
