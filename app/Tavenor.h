@@ -23,6 +23,7 @@
 
 class AboutForm;
 class ListButtonForm;
+struct RecordListContent;
 class calcForm;
 class chooseNameForm;
 class inputDataForm;
@@ -246,6 +247,7 @@ private:
     void setRecordListTexts();
     void connectRecordList();
     void loadUserList(const QString &table);
+    RecordListContent readRecordList(const QString &table);
     void clearRecordList();
     /// Says in an empty list why it is empty and what to do next.
     void explainEmptyList(bool tableWasRead);

@@ -33,6 +33,7 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
 {
     RecordListContent content;
     if (columns.isEmpty()) {
+        content.error = RowPass(table).error();
         return content;
     }
     const QString title = columns.value(1);
@@ -61,6 +62,7 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
             content.map.insert(QString(), id);
         }
     }
+    content.error = rows.error();
     return content;
 }
 

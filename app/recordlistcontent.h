@@ -18,6 +18,7 @@ struct RecordListContent {
     QVector<int> ids;       ///< the Id of each line's record
     QVector<bool> titled;   ///< whether each line is the record's title
     QMap<QString, int> map; ///< line text -> Id; of equal lines the last one's Id
+    QString error;          ///< why the table could not be read to its end; empty when it was
 
     /// Reads the lines of `table`, whose columns are `columns`, in table order: one pass over
     /// it and, where the title is a reference, one over the referenced table. Records that do

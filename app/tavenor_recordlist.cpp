@@ -5,6 +5,7 @@
 
 #include "app/recordlistcontent.h"
 #include "app/tavenor_progress.h"
+#include "model/names.h"
 #include "model/recordlines.h"
 #include "storage/RowPass.h"
 #include "ui_Tavenor.h"
@@ -53,16 +54,7 @@ void Tavenor::loadUserList(const QString &table)
         return;
     }
     clearRecordList();
-    const Progress progress(*this, QStringLiteral("Elaborazione"), table);
-    const int total = RowPass::count(table);
-    RecordListContent content = RecordListContent::read(
-        table, db->fieldNames(table), [this, total](int done) { updateProgress(done, total); },
-        filterPredicate(table));
-    listedConditions = conditionsInForce();
-    if (ui->pbSort->isChecked()) {
-        content.sort();
-    }
-    content.index();
+    const RecordListContent content = readRecordList(table);
     listIdMap = content.map;
     listLines = content.lines;
     lineIds = content.ids;
@@ -75,6 +67,29 @@ void Tavenor::loadUserList(const QString &table)
     }
     ui->lbToolbar->setText(RecordLines::countText(listLines.size()));
     explainEmptyList(true);
+    // A list that is shorter than the table must not pass for the whole of it. A detail table that
+    // could not be made has been reported already.
+    const bool exists = allTables.contains(table) || db->tableExists(table);
+    if (exists && !content.error.isEmpty()) {
+        warn(QString::asprintf("ERRORE: Impossibile leggere la tabella %s!\n%s",
+                               qUtf8Printable(Names::tableDisplayName(table)),
+                               qUtf8Printable(content.error)));
+    }
+}
+
+RecordListContent Tavenor::readRecordList(const QString &table)
+{
+    const Progress progress(*this, QStringLiteral("Elaborazione"), table);
+    const int total = RowPass::count(table);
+    RecordListContent content = RecordListContent::read(
+        table, db->fieldNames(table), [this, total](int done) { updateProgress(done, total); },
+        filterPredicate(table));
+    listedConditions = conditionsInForce();
+    if (ui->pbSort->isChecked()) {
+        content.sort();
+    }
+    content.index();
+    return content;
 }
 
 void Tavenor::explainEmptyList(bool tableWasRead)

@@ -163,6 +163,7 @@ private slots:
     void listIsFilledInOneGo();
     void viewIsBuiltOncePerSelection();
     void deleteRereadsList();
+    void damagedTableIsReported();
 };
 
 void RecordListPage::linesAndCount()
@@ -816,6 +817,30 @@ void RecordListPage::deleteRereadsList()
     QCOMPARE(count(window), QStringLiteral("2 Records"));
     QCOMPARE(Window::heading(window), QStringLiteral("Alfa"));
     QCOMPARE(note(window), QStringLiteral("a"));
+}
+
+void RecordListPage::damagedTableIsReported()
+{
+    // A page in the middle of the table is overwritten; the file can still be opened.
+    constexpr int PageSize = 4096;
+    const Workspace here;
+    here.sql(Books, manyBooks(3000));
+    QByteArray bytes = here.read(Books);
+    QVERIFY(bytes.size() > 12 * PageSize);
+    bytes.replace(10 * PageSize, PageSize, QByteArray(PageSize, '\xff'));
+    here.write(Books, bytes);
+    here.remember(Books);
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    const Tavenor window;
+    QCOMPARE(responder.takeTexts(),
+             QStringList{QStringLiteral("ERRORE: Impossibile leggere la tabella libri!\n"
+                                        "database disk image is malformed Unable to fetch row")});
+    QCOMPARE(responder.boxes().first().icon, QMessageBox::Warning);
+    // What could be read is there to be used.
+    const int lines = Window::lines(window).size();
+    QVERIFY(lines > 0 && lines < 3000);
+    QCOMPARE(count(window), QStringLiteral("%1 Records").arg(lines));
 }
 
 QTEST_MAIN(RecordListPage)
