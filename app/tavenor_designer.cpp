@@ -10,6 +10,7 @@
 #include "model/names.h"
 #include "model/sqlnames.h"
 #include "model/subtables.h"
+#include "storage/schemamessages.h"
 #include "ui_Tavenor.h"
 #include "widgets/newTableElement.h"
 
@@ -80,18 +81,6 @@ ColumnDefinitions storable(ColumnDefinitions columns)
         column.first = SqlNames::madeSafe(column.first);
     }
     return columns;
-}
-
-QString creationRefused(const QString &table, const QString &reason)
-{
-    return QString::asprintf("ERRORE: Impossibile creare la tabella %s!\n%s", qUtf8Printable(table),
-                             qUtf8Printable(reason));
-}
-
-QString additionRefused(const QString &field, const QString &table, const QString &reason)
-{
-    return QString::asprintf("ERRORE: Impossibile aggiungere il campo %s alla tabella %s!\n%s",
-                             qUtf8Printable(field), qUtf8Printable(table), qUtf8Printable(reason));
 }
 
 } // namespace
@@ -276,7 +265,7 @@ bool Tavenor::refuseTableName(const QString &table)
     const QString typed = ui->leTableName->text();
     const QString reason = SqlNames::tableRefusal(typed, table);
     if (!reason.isEmpty()) {
-        warn(creationRefused(typed, reason));
+        warn(SchemaMessages::createFailed(typed, reason));
     } else if (existingTable(table) != table) {
         // To the database a name in other letter case is the same table.
         warnNameTaken(table);
@@ -300,8 +289,8 @@ bool Tavenor::refuseRows(const QString &table, bool exists)
             fault = {row, SqlNames::refusal(table)};
         }
         if (!fault.reason.isEmpty()) {
-            warn(exists ? additionRefused(nameOf(*row), shownTable, fault.reason)
-                        : creationRefused(shownTable, fault.reason));
+            warn(exists ? SchemaMessages::addColumnFailed(shownTable, nameOf(*row), fault.reason)
+                        : SchemaMessages::createFailed(shownTable, fault.reason));
             fault.row->focusName();
             return true;
         }

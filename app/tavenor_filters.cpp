@@ -12,6 +12,7 @@
 #include "model/formats.h"
 #include "model/markers.h"
 #include "model/names.h"
+#include "model/sqlnames.h"
 #include "model/values.h"
 #include "storage/RowPass.h"
 #include "storage/reservedtables.h"
@@ -374,8 +375,7 @@ void Tavenor::waitForName()
     }
     if (name.contains(Markers::SavedFilter)) {
         // It could not be told from the further rows of another filter.
-        warn(QString::asprintf("Il nome '%s' contiene una parola riservata al programma.",
-                               name.toUtf8().constData()));
+        warn(SqlNames::programsWord(name));
         return;
     }
     const Progress progress(*this, Saving, Saving);

@@ -9,6 +9,7 @@
 #include "model/names.h"
 #include "model/sqlnames.h"
 #include "storage/reservedtables.h"
+#include "storage/schemamessages.h"
 #include "ui_Tavenor.h"
 #include "widgets/chooseNameForm.h"
 
@@ -145,9 +146,7 @@ bool Tavenor::makeTable(const QString &name, const TscFile::Structure &structure
         return false;
     }
     if (SqlNames::isNameOfReservedTable(name)) {
-        warn(QString::asprintf("ERRORE: Impossibile creare la tabella %s!\nIl nome '%s' contiene "
-                               "una parola riservata al programma.",
-                               name.toUtf8().constData(), name.toUtf8().constData()));
+        warn(SchemaMessages::createFailed(name, SqlNames::programsWord(name)));
         return false;
     }
     bool isMade = false;

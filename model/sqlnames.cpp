@@ -100,12 +100,6 @@ QString reservedWord(const QString &typed)
     return QString::asprintf("Il nome '%s' è una parola riservata.", qUtf8Printable(typed));
 }
 
-QString programsWord(const QString &typed)
-{
-    return QString::asprintf("Il nome '%s' contiene una parola riservata al programma.",
-                             qUtf8Printable(typed));
-}
-
 QString notALetterInFront(const QString &typed)
 {
     return QString::asprintf("Il nome '%s' deve iniziare con una lettera.", qUtf8Printable(typed));
@@ -229,6 +223,12 @@ QString derivedRefusal(const QString &source, const QString &column)
     }
     const bool isLink = column.contains(Formats::Link) && !Columns::isReference(column);
     return isLink && changesWriting(column, Formats::Link) ? programsWord(source) : QString();
+}
+
+QString programsWord(const QString &typed)
+{
+    return QString::asprintf("Il nome '%s' contiene una parola riservata al programma.",
+                             qUtf8Printable(typed));
 }
 
 QString missingName()

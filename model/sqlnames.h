@@ -38,6 +38,9 @@ QString labelRefusal(const QString &typed, const QString &format);
 /// lost.
 QString derivedRefusal(const QString &source, const QString &column);
 
+/// The reason against a name that holds a word of the program's own.
+QString programsWord(const QString &typed);
+
 /// The reason against a row that describes nothing.
 QString missingName();
 

@@ -3,6 +3,7 @@
 // The only owner of the SQLite connection: tables and their columns.
 #include "storage/DataBase.h"
 
+#include "storage/schemamessages.h"
 #include "storage/sqltext.h"
 
 #include <QSqlError>
@@ -17,18 +18,6 @@ namespace
 QString comparable(const QString &name)
 {
     return name.toLower().simplified();
-}
-
-QString createFailed(const QString &table, const QString &reason)
-{
-    return QString::asprintf("ERRORE: Impossibile creare la tabella %s!\n%s", qUtf8Printable(table),
-                             qUtf8Printable(reason));
-}
-
-QString addColumnFailed(const QString &table, const QString &name, const QString &reason)
-{
-    return QString::asprintf("ERRORE: Impossibile aggiungere il campo %s alla tabella %s!\n%s",
-                             qUtf8Printable(name), qUtf8Printable(table), qUtf8Printable(reason));
 }
 
 QString dropFailed(const QString &table, const QString &reason)
@@ -129,7 +118,9 @@ bool DataBase::createTable(const QString &table, const ColumnDefinitions &column
                                  qUtf8Printable(table)));
         return false;
     }
-    const auto message = [&table](const QString &reason) { return createFailed(table, reason); };
+    const auto message = [&table](const QString &reason) {
+        return SchemaMessages::createFailed(table, reason);
+    };
     return change(refusalOf(table, columns), SqlText::createTable(table, columns), message);
 }
 
@@ -137,7 +128,7 @@ bool DataBase::addColumn(const QString &table, const QString &name, const QStrin
 {
     const QString stored = Columns::withDuplicateSuffix(name, countFields(table, name, true));
     const auto message = [&table, &stored](const QString &reason) {
-        return addColumnFailed(table, stored, reason);
+        return SchemaMessages::addColumnFailed(table, stored, reason);
     };
     return change(refusalOf(table, {{stored, type}}), SqlText::addColumn(table, stored, type),
                   message);
