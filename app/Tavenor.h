@@ -186,6 +186,9 @@ private:
     /// Opens `path` and makes its folders; false, with everything left as it was, when it
     /// cannot be opened. The empty path opens nothing.
     bool prepareDataFolders(const QString &path);
+    /// True for the file of the open database and those that SQLite keeps beside it. They are
+    /// left to SQLite alone: whoever else closes them drops its locks.
+    bool isOpenDatabase(const QString &fileName) const;
     /// Leaves every page and shows nothing: what is open is another database, or no table.
     void emptyPages();
     /// Brings up what is open: lock (unless skipLock), table list, reserved tables, first
@@ -241,6 +244,8 @@ private:
     /// the built-in one when none is recorded.
     QIcon tableIcon(const QString &table) const;
     void showTableHead(const QString &table);
+    /// Shows again what depends on the records of `table`, many of which have changed.
+    void showChanged(const QString &table);
     void showTableMenu(const QPoint &place);
 
     // Record list
@@ -248,6 +253,7 @@ private:
     void connectRecordList();
     void loadUserList(const QString &table);
     RecordListContent readRecordList(const QString &table);
+    void warnUnreadable(const QString &table, const QString &reason);
     void clearRecordList();
     /// Says in an empty list why it is empty and what to do next.
     void explainEmptyList(bool tableWasRead);
@@ -391,6 +397,7 @@ private:
     void connectCalculator();
     void addCalcForm(const QString &column);
     void clearCalculator();
+    void clearResults();
     void alignCalculator();
     void showCalculator();
     void leaveCalculator();
@@ -429,8 +436,8 @@ private:
     bool importRecords(XmfFile::Reader &reader, qint64 total);
     /// True when these are all columns of the table, in its order.
     bool columnsMatch(const QString &tableName, const QStringList &names) const;
-    /// Shows what records that were imported into `table` changed.
-    void showImported(const QString &table);
+    /// False for what cannot be read as a file, or must not be.
+    bool canBeImported(const QString &fileName) const;
 
     // Structure files
     void connectTsc();

@@ -15,6 +15,9 @@ constexpr int BatchSize = 1000;
 // Records of unusual length would otherwise fill the memory.
 constexpr int MostCharacters = 32 * 1024 * 1024;
 constexpr int TitlePosition = 1;
+// What keeps so many records out, such as a full disk, would keep out all that follow, and each
+// of them has a message.
+constexpr int MostFailures = 5;
 
 /// Where the attachment folder stands that is worked out anew. Where it is the title itself there
 /// is nothing to make it of, so the file's is taken.
@@ -58,7 +61,7 @@ void RecordImport::add(const FieldPairs &record)
 
 void RecordImport::finish()
 {
-    if (batch.isEmpty()) {
+    if (batch.isEmpty() || stopped) {
         return;
     }
     bool isPlain = false;
@@ -67,9 +70,7 @@ void RecordImport::finish()
         if (!isPlain && bulk.isPossible()) {
             return writeQuietly();
         }
-        for (const Row &row : qAsConst(batch)) {
-            addPlainly(row.values);
-        }
+        addEachPlainly();
         return true;
     });
     batch.clear();
@@ -77,6 +78,15 @@ void RecordImport::finish()
     if (isPlain) {
         // Not every record has got the Id that was meant for it.
         bulk.readIds();
+    }
+}
+
+void RecordImport::addEachPlainly()
+{
+    int failuresInARow = 0;
+    for (int i = 0; i < batch.size() && !stopped; ++i) {
+        failuresInARow = addPlainly(batch.at(i).values) ? 0 : failuresInARow + 1;
+        stopped = failuresInARow == MostFailures;
     }
 }
 
@@ -111,7 +121,7 @@ QString RecordImport::userPath(const FieldPair &title)
     }
     if (!titlesAreRead) {
         titles = ReferenceTexts::read(reference);
-        titlesAreRead = true;
+        titlesAreRead = !titles.failed();
     }
     return Attachments::recordFolder(table, titles.text(title.second));
 }

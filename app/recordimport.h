@@ -20,8 +20,8 @@ class DataBase;
 class RecordImport
 {
 public:
-    /// Adds one record the plain way, with its messages.
-    using AddPlainly = std::function<void(const FieldPairs &)>;
+    /// Adds one record the plain way, with its messages; false when it could not be added.
+    using AddPlainly = std::function<bool(const FieldPairs &)>;
 
     /// For a table with these columns, which every record names all, in their order.
     RecordImport(DataBase &db, const QString &table, const QStringList &columns,
@@ -32,6 +32,8 @@ public:
     void add(const FieldPairs &record);
     /// Writes the records that no full batch holds yet.
     void finish();
+    /// True once several records in a row could not be added: the others would not be either.
+    bool hasStopped() const { return stopped; }
 
 private:
     struct Row {
@@ -39,6 +41,7 @@ private:
         FieldPairs values;
     };
 
+    void addEachPlainly();
     bool writeQuietly();
     QString userPath(const FieldPair &title);
 
@@ -51,4 +54,5 @@ private:
     int characters = 0;
     ReferenceTexts titles;
     bool titlesAreRead = false;
+    bool stopped = false;
 };

@@ -14,6 +14,7 @@ ReferenceTexts ReferenceTexts::read(const Columns::Reference &reference)
     while (rows.next()) {
         result.texts.insert(Values::recordId(rows.value(0)), rows.value(1).toString());
     }
+    result.isIncomplete = rows.failed() && !rows.isMissing();
     return result;
 }
 

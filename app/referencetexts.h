@@ -23,6 +23,10 @@ public:
     /// The same, but `missing` when the record is gone.
     QString textOr(const QVariant &stored, const QString &missing) const;
 
+    /// True when the referenced table is there but could not be read, or not to its end.
+    bool failed() const { return isIncomplete; }
+
 private:
+    bool isIncomplete = false;
     QHash<int, QString> texts;
 };

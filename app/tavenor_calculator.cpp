@@ -61,23 +61,41 @@ void Tavenor::connectCalculator()
 
 void Tavenor::changeToCalcPage()
 {
-    if (!hasCurrentTable()) {
+    if (!db->isOpen()) {
+        hasCurrentTable();
         return;
     }
     clearCalculator();
-    for (const QString &column : db->fieldNames(currentTable)) {
+    const QStringList columns = db->fieldNames(currentTable);
+    for (const QString &column : columns) {
         if (Calculator::isSummed(column)) {
             addCalcForm(column);
         }
     }
     alignCalculator();
     showCalculator();
+    if (!hasCurrentTable()) {
+        return;
+    }
+    if (columns.isEmpty()) {
+        warnUnreadable(currentTable, RowPass(currentTable).error());
+        return;
+    }
     calcResult();
 }
 
 void Tavenor::clearCalculator()
 {
     retireWidgets(ui->calcLayout, calcWidgets);
+    ui->leResult->clear();
+}
+
+void Tavenor::clearResults()
+{
+    // The sums of a part would pass for those of the whole.
+    for (calcForm *const form : qAsConst(calcWidgets)) {
+        form->reset();
+    }
     ui->leResult->clear();
 }
 
@@ -134,6 +152,7 @@ void Tavenor::calcResult()
                            Calculator::RunningSum(Calculator::isMoney(name))});
     }
     double total = 0.0;
+    QString error;
     // All records count, also those that a filter keeps out of the list. A walk that names no
     // column would read them all for nothing.
     if (!names.isEmpty()) {
@@ -148,6 +167,12 @@ void Tavenor::calcResult()
                 columns[place].sum.add(value);
             }
         }
+        error = rows.error();
+    }
+    if (!error.isEmpty()) {
+        clearResults();
+        warnUnreadable(currentTable, error);
+        return;
     }
     for (std::size_t place = 0; place < columns.size(); ++place) {
         calcWidgets.at(static_cast<int>(place))->showResult(columns[place].sum.text());

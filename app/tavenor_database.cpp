@@ -12,6 +12,7 @@
 #include "widgets/ListButtonForm.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QFileDialog>
 
 void Tavenor::connectDatabase()
@@ -75,6 +76,18 @@ bool Tavenor::prepareDataFolders(const QString &path)
     }
     allTables = db->tables();
     return true;
+}
+
+bool Tavenor::isOpenDatabase(const QString &fileName) const
+{
+    const QString file = QFileInfo(fileName).canonicalFilePath();
+    const QString database = QFileInfo(ui->leDbName->text()).canonicalFilePath();
+    if (file.isEmpty() || database.isEmpty() || !db->isOpen()) {
+        return false;
+    }
+    const QStringList own = {database, database + QLatin1String("-journal"),
+                             database + QLatin1String("-wal"), database + QLatin1String("-shm")};
+    return own.contains(file);
 }
 
 void Tavenor::emptyPages()

@@ -515,6 +515,10 @@ void Tavenor::removeFilters(
         }
         return removed;
     });
+    if (db->isQuiet()) {
+        // Part of a larger step that may still be undone; who runs it shows what came of it.
+        return;
+    }
     if (names.contains(activeFilterName)) {
         setActiveFilterName(QString());
     }

@@ -68,7 +68,7 @@ void Tavenor::clearTable()
         return;
     }
     db->clearTable(currentTable);
-    changeTable(currentTable);
+    showChanged(currentTable);
 }
 
 void Tavenor::clearAllTables()

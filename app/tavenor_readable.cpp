@@ -12,6 +12,8 @@
 #include <QDir>
 #include <QFileDialog>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -31,6 +33,12 @@ public:
             texts.append(refers ? ReferenceTexts::read(Columns::reference(column))
                                 : ReferenceTexts());
         }
+    }
+
+    bool failed() const
+    {
+        return std::any_of(texts.begin(), texts.end(),
+                           [](const ReferenceTexts &read) { return read.failed(); });
     }
 
     QString text(int column, const QVariant &value) const
@@ -87,7 +95,7 @@ void Tavenor::exportToFileHumanReading()
             }
             writer.endRecord();
         }
-        return !rows.failed();
+        return !rows.failed() && !values.failed();
     });
 }
 
@@ -100,6 +108,9 @@ void Tavenor::exportingSingleToFileHumanReading(QString fileName, QString select
         RowPass rows(selectedTable, Id);
         if (rows.next()) {
             const ReadableValues values(columns);
+            if (values.failed()) {
+                return false;
+            }
             for (int column = 0; column < columns.size(); ++column) {
                 // Deliberate: the total is that of the whole table, so the bar stays low.
                 updateValueProgress(column, total);

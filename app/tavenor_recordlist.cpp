@@ -71,10 +71,14 @@ void Tavenor::loadUserList(const QString &table)
     // could not be made has been reported already.
     const bool exists = allTables.contains(table) || db->tableExists(table);
     if (exists && !content.error.isEmpty()) {
-        warn(QString::asprintf("ERRORE: Impossibile leggere la tabella %s!\n%s",
-                               qUtf8Printable(Names::tableDisplayName(table)),
-                               qUtf8Printable(content.error)));
+        warnUnreadable(table, content.error);
     }
+}
+
+void Tavenor::warnUnreadable(const QString &table, const QString &reason)
+{
+    warn(QString::asprintf("ERRORE: Impossibile leggere la tabella %s!\n%s",
+                           qUtf8Printable(Names::tableDisplayName(table)), qUtf8Printable(reason)));
 }
 
 RecordListContent Tavenor::readRecordList(const QString &table)

@@ -57,13 +57,9 @@ bool Tavenor::removeCurrentTable(bool batch)
     if (batch) {
         return db->dropTable(table);
     }
-    const int buttons = filterButtons.size();
     const bool removed = db->inOneStep([this, &table] { return dropWithItsRows(table); });
-    // The silent try may have taken buttons away whose filters are still there.
-    if (removed || filterButtons.size() != buttons) {
-        rebuildFilterButtons();
-    }
     if (removed) {
+        rebuildFilterButtons();
         removeFromTableList(table);
         checkWayBack();
         showTableAfterRemoval();

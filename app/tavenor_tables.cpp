@@ -200,6 +200,18 @@ void Tavenor::changeTableIcon()
     showTableHead(currentTable);
 }
 
+void Tavenor::showChanged(const QString &table)
+{
+    if (table == Markers::SettingsTable) {
+        rebuildTableList();
+    } else if (table == Markers::FiltersTable) {
+        rebuildFilterButtons();
+    }
+    if (!currentTable.isEmpty()) {
+        changeTable(currentTable);
+    }
+}
+
 void Tavenor::showTableMenu(const QPoint &place)
 {
     if (!administratorMode) {

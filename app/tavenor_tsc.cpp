@@ -9,6 +9,7 @@
 #include "model/names.h"
 #include "model/sqlnames.h"
 #include "storage/reservedtables.h"
+#include "storage/RowPass.h"
 #include "storage/schemamessages.h"
 #include "ui_Tavenor.h"
 #include "widgets/chooseNameForm.h"
@@ -32,6 +33,21 @@ QString baseName(const QString &fileName)
     const QString name = DatabasePath::fileName(fileName);
     const int suffix = name.indexOf(Suffix);
     return suffix < 0 ? name : name.left(suffix);
+}
+
+/// Finds the stored path of the table's icon, empty when it has none; false when that could not
+/// be read.
+bool readIconPath(const QString &table, QString *path)
+{
+    RowPass rows(Markers::SettingsTable,
+                 {ReservedTables::Settings::TableName, ReservedTables::Settings::IconPath});
+    while (rows.next()) {
+        if (rows.value(0).toString() == table) {
+            *path = rows.value(1).toString();
+            return true;
+        }
+    }
+    return !rows.failed() || rows.isMissing();
 }
 
 } // namespace
@@ -58,7 +74,7 @@ void Tavenor::autoExportAllStructures()
     if (!hasDatabase()) {
         return;
     }
-    for (const QString &table : db->tables()) {
+    for (const QString &table : tablesNow()) {
         if (!Names::isReservedTable(table)) {
             exportStructure(table, db->fieldNames(table));
         }
@@ -74,13 +90,12 @@ void Tavenor::exportStructure(const QString &tableName, const QStringList &colum
     const ProgressTexts texts = {ExportTitle, ExportTitle + tableName};
     const auto failure = QStringLiteral("ERRORE: Impossibile esportare la Struttura Tabella!");
     writeFile(fileName, texts, failure, [&](QTextStream &stream) {
-        const QSqlRecord settings =
-            db->findRecord(Markers::SettingsTable, ReservedTables::Settings::TableName, tableName);
-        TscFile::write(
-            stream, DataBase::recordValue(settings, ReservedTables::Settings::IconPath).toString(),
-            columnNames, [this](int done, int total) { updateProgress(done, total); });
+        QString iconPath;
+        const bool isRead = readIconPath(tableName, &iconPath);
+        TscFile::write(stream, iconPath, columnNames,
+                       [this](int done, int total) { updateProgress(done, total); });
         // Every table has columns; without any it could not be read.
-        return !columnNames.isEmpty();
+        return isRead && !columnNames.isEmpty();
     });
 }
 
@@ -113,7 +128,7 @@ void Tavenor::importStructure(const QString &fileName, const QString &tableName)
     const auto cannotOpen = QStringLiteral("ERRORE: Impossibile aprire il file!");
     const QString name = SqlNames::withoutBlanks(tableName);
     QFile file(fileName);
-    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly)) {
+    if (!canBeImported(fileName) || !file.open(QIODevice::ReadOnly)) {
         warn(cannotOpen);
         return;
     }

@@ -34,8 +34,9 @@ constexpr int LongestShownName = 1000;
 QString asked(QWidget *parent, const QString &folder, const QString &table)
 {
     QDir().mkpath(folder);
-    return QFileDialog::getSaveFileName(parent, Tavenor::tr("Save File"),
-                                        folder + table + QLatin1String(".xmf"),
+    const QString name =
+        DatabasePath::canBeFileName(table) ? table + QLatin1String(".xmf") : QString();
+    return QFileDialog::getSaveFileName(parent, Tavenor::tr("Save File"), folder + name,
                                         Tavenor::tr("Export Manager File (*.xmf)"));
 }
 
@@ -99,7 +100,7 @@ void Tavenor::autoExportAll()
     }
     const QString folder = databaseFolder + Markers::ExportsFolder;
     QDir().mkpath(folder);
-    for (const QString &table : db->tables()) {
+    for (const QString &table : tablesNow()) {
         const QString fileName =
             QString::asprintf("%s/%s.xmf", folder.toUtf8().constData(), table.toUtf8().constData());
         exportTable(DatabasePath::canBeFileName(table) ? fileName : QString(), table);
@@ -112,7 +113,7 @@ void Tavenor::writeFile(const QString &fileName, const ProgressTexts &texts, con
 {
     bool isWritten = false;
     {
-        WholeFile file(fileName);
+        WholeFile file(isOpenDatabase(fileName) ? QString() : fileName);
         if (file.isOpen()) {
             const Progress progress(*this, texts.title, texts.text);
             isWritten = write(file.stream()) && file.commit();
@@ -182,13 +183,18 @@ void Tavenor::importFromFile()
     }
 }
 
+bool Tavenor::canBeImported(const QString &fileName) const
+{
+    // A pipe would be waited for, and a device may never end.
+    return QFileInfo(fileName).isFile() && !isOpenDatabase(fileName);
+}
+
 void Tavenor::importFile(const QString &fileName)
 {
     // Records that are there already are left out without a word.
     const QScopedValueRollback<bool> silence(reportInsertErrors, false);
     QFile file(fileName);
-    // A pipe would be waited for, and a device may never end.
-    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly)) {
+    if (!canBeImported(fileName) || !file.open(QIODevice::ReadOnly)) {
         warn(QStringLiteral("ERRORE: Impossibile aprire il file!"));
         return;
     }
@@ -207,18 +213,20 @@ void Tavenor::importFile(const QString &fileName)
     if (!importRecords(reader, total)) {
         warn(QStringLiteral("ERRORE: Tabella Incompatibile!"));
     }
-    showImported(table);
+    showChanged(table);
 }
 
 bool Tavenor::importRecords(XmfFile::Reader &reader, qint64 total)
 {
     const QString table = reader.table();
     const QStringList columns = db->fieldNames(table);
-    RecordImport import(*db, table, columns,
-                        [&](const FieldPairs &record) { addRecord(table, record, true); });
+    RecordImport import(*db, table, columns, [&](const FieldPairs &record) {
+        // One that is there already has not failed.
+        return addRecord(table, record, true) > 0 || !mayBeAdded(table, record, true);
+    });
     QStringList proven;
     bool fits = true;
-    for (qint64 done = 0; fits && reader.next();) {
+    for (qint64 done = 0; fits && !import.hasStopped() && reader.next();) {
         const int last = lastPair(reader.separators());
         updateValueProgress(done + last, total);
         done += last + 2;
@@ -238,16 +246,4 @@ bool Tavenor::importRecords(XmfFile::Reader &reader, qint64 total)
 bool Tavenor::columnsMatch(const QString &tableName, const QStringList &names) const
 {
     return names == db->fieldNames(tableName);
-}
-
-void Tavenor::showImported(const QString &table)
-{
-    if (table == Markers::SettingsTable) {
-        rebuildTableList();
-    } else if (table == Markers::FiltersTable) {
-        rebuildFilterButtons();
-    }
-    if (!currentTable.isEmpty()) {
-        changeTable(currentTable);
-    }
 }

@@ -165,8 +165,7 @@ bool Reader::next()
         return false;
     }
     count = countSeparators(line);
-    const bool fits = line.size() <= LineLimit::LongestLine && count <= MostSeparators &&
-                      !line.contains(QChar(0));
+    const bool fits = LineLimit::fits(line) && count <= MostSeparators && !line.contains(QChar(0));
     current = fits ? pairs(line, current) : FieldPairs();
     return true;
 }

@@ -160,9 +160,14 @@ bool isForbiddenAscii(ushort character)
 namespace SqlNames
 {
 
+bool isReservedWord(const QString &name)
+{
+    return reservedWords().contains(asWord(name));
+}
+
 bool canStandUnquoted(const QString &name)
 {
-    if (name.isEmpty() || reservedWords().contains(asWord(name))) {
+    if (name.isEmpty() || isReservedWord(name)) {
         return false;
     }
     const ushort first = name.at(0).unicode();
@@ -174,7 +179,7 @@ QString refusal(const QString &name)
     if (canStandUnquoted(name)) {
         return QString();
     }
-    if (reservedWords().contains(asWord(name))) {
+    if (isReservedWord(name)) {
         return reservedWord(name);
     }
     return holdsOnlyAllowed(name) && !name.isEmpty() ? notALetterInFront(name)
@@ -192,7 +197,7 @@ QString tableRefusal(const QString &typed, const QString &stored)
     if (!holdsOnlyAllowed(stored) || stored.isEmpty()) {
         return forbiddenCharacters(typed);
     }
-    if (isInternal(stored) || reservedWords().contains(asWord(stored))) {
+    if (isInternal(stored) || isReservedWord(stored)) {
         return reservedWord(typed);
     }
     return canStandUnquoted(stored) ? QString() : notALetterInFront(typed);

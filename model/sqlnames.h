@@ -14,6 +14,9 @@ namespace SqlNames
 /// reserves. Names beginning with "sqlite_" pass: they can be read, but no table can be made so.
 bool canStandUnquoted(const QString &name);
 
+/// True for the words that SQLite takes for its own, in any letter case.
+bool isReservedWord(const QString &name);
+
 /// Why `name` cannot stand in a statement, as people read it; empty when it can.
 QString refusal(const QString &name);
 

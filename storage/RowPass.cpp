@@ -100,6 +100,12 @@ bool RowPass::failed() const
     return query.lastError().isValid();
 }
 
+bool RowPass::isMissing() const
+{
+    // SQLite's code for a statement that it cannot prepare.
+    return query.lastError().nativeErrorCode() == QLatin1String("1");
+}
+
 int RowPass::count(const QString &table)
 {
     QSqlQuery query = run(SqlText::countRows(table));

@@ -36,6 +36,9 @@ public:
     /// True when the table could not be read, or not to its end: what was read is not all.
     bool failed() const;
 
+    /// True when it failed because there is no such table or column.
+    bool isMissing() const;
+
     /// Number of rows of a table, counted by SQLite itself; 0 when it cannot be read.
     static int count(const QString &table);
 

@@ -107,6 +107,10 @@ QString typeRefusal(const QString &type)
     const bool fits = std::all_of(type.begin(), type.end(), [](QChar character) {
         return character.unicode() < 0x80 && character.isLetter();
     });
+    if (fits && SqlNames::isReservedWord(type)) {
+        // It would say something else about the column, such as UNIQUE.
+        return SqlNames::refusal(type);
+    }
     return fits ? QString()
                 : QString::asprintf("Il nome '%s' contiene caratteri non ammessi: usare solo "
                                     "lettere, cifre e '_'.",

@@ -48,6 +48,7 @@ private slots:
     void refusal();
     void typeRefusal_data();
     void typeRefusal();
+    void wordsThatAreNoTypes();
     void valueRefusal_data();
     void valueRefusal();
 };
@@ -353,6 +354,15 @@ void TestSqlText::typeRefusal()
         text("Il nome '") + type +
         text("' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.");
     QCOMPARE(SqlText::typeRefusal(type), passes ? QString() : reason);
+}
+
+void TestSqlText::wordsThatAreNoTypes()
+{
+    // They would put a condition on the column, which later records could not meet.
+    for (const char *const word : {"UNIQUE", "unique", "PRIMARY", "NOT"}) {
+        QCOMPARE(SqlText::typeRefusal(text(word)),
+                 text("Il nome '") + text(word) + text("' è una parola riservata."));
+    }
 }
 
 void TestSqlText::valueRefusal_data()
