@@ -51,13 +51,17 @@ void Tavenor::vwRecord(int id)
         ui->userListWidget->setCurrentRow(row);
         return;
     }
+    // One that shares its line with another record is shown under its own; one that is not in the
+    // list at all gives way to the record of the first line.
+    const int ownRow = lineIds.indexOf(id);
+    const bool isListed = ownRow >= 0 || row < 0;
     // What is shown is what editing and deleting work on, however it came to be shown.
-    currentId = id;
-    buildRecordView(id, currentTable);
+    currentId = isListed ? id : recordOfRow(row);
+    buildRecordView(currentId, currentTable);
     if (row >= 0) {
         currentRow = row;
         selectRow(row);
-        ui->lbViewInfo->setText(listLines.at(row));
+        ui->lbViewInfo->setText(listLines.at(isListed ? ownRow : row));
     }
 }
 

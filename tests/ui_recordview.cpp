@@ -134,6 +134,7 @@ private slots:
     void unknownIdWithoutSelection();
     void jumpAndBack();
     void jumpToRecordThatIsGone();
+    void jumpToOneOfEqualTitles();
     void secondJumpForgetsTheFirst();
     void historyStaysAfterGoingBack();
     void anotherDatabaseHidesTheWayBack();
@@ -773,14 +774,34 @@ void RecordView::jumpToRecordThatIsGone()
     const ModalResponder responder;
     window.goToRequest(QStringLiteral("autori"), 99);
     QCOMPARE(Window::tableHeading(window), QStringLiteral("autori"));
+    // The first line's record stands in for it, everywhere.
     QCOMPARE(Window::selectedRows(window), QList<int>{0});
-    QVERIFY(Window::labels(window).isEmpty());
+    QCOMPARE(Window::heading(window), Window::lines(window).first());
+    QCOMPARE(Window::shownText(window, QStringLiteral("Nome")), Window::lines(window).first());
     window.goToRequest(QStringLiteral("altrove"), 1);
     QVERIFY(Window::lines(window).isEmpty());
     QCOMPARE(Window::heading(window), QStringLiteral("----"));
     QVERIFY(responder.boxes().isEmpty());
     Window::click(window, "pbReturn");
     QCOMPARE(Window::tableHeading(window), QStringLiteral("autori"));
+}
+
+void RecordView::jumpToOneOfEqualTitles()
+{
+    // Its line opens the other one, so it is shown under its own title.
+    const Workspace here;
+    here.sql(Books, booksWith({QStringLiteral("RSTRINGFORMAT_Titolo text")},
+                              QStringLiteral("1,'Abate'),(2,'Rossi'),(3,'Rossi'")));
+    here.remember(Books);
+    Tavenor window;
+    window.goToRequest(QStringLiteral("libri"), 2);
+    QCOMPARE(Window::heading(window), QStringLiteral("Rossi"));
+    QCOMPARE(Window::shownText(window, QStringLiteral("Titolo")), QStringLiteral("Rossi"));
+    ModalResponder responder;
+    responder.answer(QMessageBox::Yes);
+    Window::click(window, "pbDeleteUser");
+    QCOMPARE(here.column(Books, QStringLiteral("SELECT RINTEGERFORMAT_Id FROM libri")),
+             (QStringList{QStringLiteral("1"), QStringLiteral("3")}));
 }
 
 void RecordView::secondJumpForgetsTheFirst()
