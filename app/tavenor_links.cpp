@@ -3,9 +3,24 @@
 // Main window: jumps from record to record, and the way back.
 #include "app/Tavenor.h"
 
+#include "model/columns.h"
+#include "model/formats.h"
 #include "model/recordlines.h"
 #include "ui_Tavenor.h"
 #include "widgets/inputDataForm.h"
+
+namespace
+{
+
+// Deliberate: whichever column has the table's name in its own takes part. A link to a hidden
+// table carries the name as it is shown.
+bool refersTo(const QString &column, const QString &table)
+{
+    const bool isLink = Formats::kindOf(Columns::formatWord(column)) == Formats::Kind::Link;
+    return column.contains(table) || (isLink && Columns::linkTarget(column) == table);
+}
+
+} // namespace
 
 void Tavenor::connectLinks()
 {
@@ -70,8 +85,7 @@ void Tavenor::linkToFilter(int Id, QString callListName, QString recordTitle)
     const QString value = RecordLines::idAndTitle(Id, recordTitle);
     refreshFilterPage();
     for (inputDataForm *const widget : qAsConst(filterWidgets)) {
-        // Deliberate: whichever column has the table's name in its own takes part.
-        if (!widget->columnName().contains(callListName)) {
+        if (!refersTo(widget->columnName(), callListName)) {
             widget->setConditionName(QStringLiteral("NO FILTER"));
             continue;
         }

@@ -72,6 +72,7 @@ private slots:
     void cancelKeepsTheMark();
     void savedFilterDoesNotCarryTheMark();
     void columnsThatContainTheName();
+    void linksToAHiddenTable();
 };
 
 void Links::recordsThatRefer()
@@ -299,6 +300,27 @@ void Links::savedFilterDoesNotCarryTheMark()
     FilterPage::load(window, QStringLiteral("Rossi"));
     QCOMPARE(FilterPage::active(window), QStringList{QStringLiteral("libri Equal 12 Rossi Or")});
     QCOMPARE(Window::lines(window).size(), 5);
+}
+
+void Links::linksToAHiddenTable()
+{
+    // The column carries the table's shown name, in a form that SQL can take.
+    Workspace here;
+    here.sql(
+        Books,
+        {QStringLiteral("CREATE TABLE HIDDENTABLE_note (RINTEGERFORMAT_Id integer primary "
+                        "key,RSTRINGFORMAT_Nota text,NLINKFORMAT_libri text)"),
+         QStringLiteral("CREATE TABLE libri (RINTEGERFORMAT_Id integer primary key,"
+                        "RSTRINGFORMAT_Titolo text,NLINKFORMAT_＃note text)"),
+         QStringLiteral("INSERT INTO HIDDENTABLE_note VALUES (1,'Abate','libri')"),
+         QStringLiteral("INSERT INTO libri VALUES (1,'Zeno','1 Abate'),(2,'Emma','9 Altro')")});
+    here.remember(Books);
+    Tavenor window;
+    window.changeTable(QStringLiteral("HIDDENTABLE_note"));
+    find(window, Libri);
+    QCOMPARE(Window::tableHeading(window), Libri);
+    QCOMPARE(Window::lines(window), QStringList{QStringLiteral("Zeno")});
+    QVERIFY(FilterPage::isLit(window));
 }
 
 QTEST_MAIN(Links)
