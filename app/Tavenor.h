@@ -244,6 +244,8 @@ private:
     /// the built-in one when none is recorded.
     QIcon tableIcon(const QString &table) const;
     void showTableHead(const QString &table);
+    /// Shows the buttons again that depend on the records of `table`, one of the program's own.
+    void showChangedButtons(const QString &table);
     /// Shows again what depends on the records of `table`, many of which have changed.
     void showChanged(const QString &table);
     void showTableMenu(const QPoint &place);

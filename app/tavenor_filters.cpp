@@ -475,9 +475,11 @@ void Tavenor::deleteFilter()
         return;
     }
     removeSavedFilter(activeFilterName);
-    disableFilters();
-    changeToUsersPage();
-    showCurrentRecord();
+    forgetFilters();
+    if (!currentTable.isEmpty()) {
+        changeToUsersPage();
+        showCurrentRecord();
+    }
 }
 
 void Tavenor::removeSavedFilter(QString filterName)
@@ -504,9 +506,6 @@ void Tavenor::removeFilters(
             ids.append(Values::recordId(rows.value(0)));
             names.append(name);
         }
-    }
-    if (ids.isEmpty()) {
-        return;
     }
     db->inOneStep([this, &ids] {
         bool removed = true;

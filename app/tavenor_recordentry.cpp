@@ -199,6 +199,7 @@ void Tavenor::newRecord()
         }
         currentId = newId;
     }
+    showChangedButtons(currentTable);
     // The list is read again in the order that the sort button asks for.
     changeToUsersPage();
     showCurrentRecord();
@@ -291,6 +292,7 @@ void Tavenor::deleteUser()
         return;
     }
     db->deleteRecord(currentTable, currentId);
+    showChangedButtons(currentTable);
     loadUserList(currentTable);
     if (!listLines.isEmpty()) {
         currentId = recordOfRow(0);

@@ -225,6 +225,8 @@ void Tavenor::changeToUsersPage()
         }
         loadUserList(currentTable);
     }
+    // Records may be others when the filter page is opened again.
+    hasFilterChoices = false;
     ui->stPages->setCurrentIndex(RecordsPage);
     // Afterwards: an editor with the focus tells of its last change when its page goes.
     setTyped(false);

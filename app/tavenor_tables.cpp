@@ -150,7 +150,7 @@ void Tavenor::changeTable(QString table)
     showTableHead(table);
     currentTable = table;
     markCurrentTable();
-    disableFilters();
+    forgetFilters();
     changeToUsersPage();
     showFirstRecord();
 }
@@ -196,17 +196,23 @@ void Tavenor::changeTableIcon()
         const int id = DataBase::recordValue(settings, Markers::IdColumn).toInt();
         db->updateField(Markers::SettingsTable, id, iconColumn, iconPath);
     }
-    rebuildTableList();
+    showChangedButtons(Markers::SettingsTable);
     showTableHead(currentTable);
+}
+
+void Tavenor::showChangedButtons(const QString &table)
+{
+    if (table == Markers::SettingsTable) {
+        rebuildTableList();
+        rebuildFilterButtons();
+    } else if (table == Markers::FiltersTable) {
+        rebuildFilterButtons();
+    }
 }
 
 void Tavenor::showChanged(const QString &table)
 {
-    if (table == Markers::SettingsTable) {
-        rebuildTableList();
-    } else if (table == Markers::FiltersTable) {
-        rebuildFilterButtons();
-    }
+    showChangedButtons(table);
     if (!currentTable.isEmpty()) {
         changeTable(currentTable);
     }

@@ -11,6 +11,17 @@
 
 #include <tuple>
 
+namespace
+{
+
+// The field that holds the folder of a record's attachments.
+bool isFolder(const QString &label)
+{
+    return label == Names::fieldLabel(Markers::UserPathColumn);
+}
+
+} // namespace
+
 namespace Filters
 {
 
@@ -70,8 +81,7 @@ bool isOffered(const QString &column)
     case Formats::Kind::SubTable:
         return false;
     default:
-        return Columns::label(column).compare(Names::fieldLabel(Markers::UserPathColumn),
-                                              Qt::CaseInsensitive) != 0;
+        return !isFolder(Columns::label(column));
     }
 }
 
@@ -198,7 +208,8 @@ bool Condition::comparesText(const QString &value) const
 Predicate::Predicate(const QStringList &columns, const QVector<Joined> &conditions)
 {
     for (const QString &column : columns) {
-        if (Columns::isSystemLabel(Columns::label(column))) {
+        const QString label = Columns::label(column);
+        if (label == Names::fieldLabel(Markers::IdColumn) || isFolder(label)) {
             continue;
         }
         for (const Joined &joined : conditions) {

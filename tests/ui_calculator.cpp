@@ -87,6 +87,8 @@ private slots:
     void openingSumsAllRecords();
     void modesWaitForRecalculation();
     void openingAgainStartsAnew();
+    void withoutCurrentTable();
+    void damagedTable();
     void recalculationReadsTheTableAnew();
     void tableWithoutNumericColumns();
     void emptyTableShowsZero();
@@ -150,6 +152,51 @@ void CalculatorPage::modesWaitForRecalculation()
     press(window, 1, "pbPlus");
     Window::click(window, "pbRecalc");
     QCOMPARE(total(window), QStringLiteral("12.500000"));
+}
+
+void CalculatorPage::withoutCurrentTable()
+{
+    const Workspace here;
+    here.sql(Coins, {QStringLiteral("CREATE TABLE HIDDENTABLE_note (RINTEGERFORMAT_Id integer "
+                                    "primary key)")});
+    here.remember(Coins);
+    const Tavenor window;
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    Window::click(window, "pbCalc");
+    QCOMPARE(responder.takeTexts(), QStringList{NoTable});
+    QCOMPARE(pageIndex(window), 1);
+    QVERIFY(forms(window).isEmpty());
+}
+
+void CalculatorPage::damagedTable()
+{
+    // The sums of the first half would pass for those of the whole.
+    constexpr int PageSize = 4096;
+    const Workspace here;
+    here.sql(Coins, {CoinTables.at(2),
+                     QStringLiteral("CREATE TABLE monete (RINTEGERFORMAT_Id integer primary key,"
+                                    "RSTRINGFORMAT_Nome text,NINTEGERFORMAT_Pezzi text)"),
+                     QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n "
+                                    "WHERE i<3000) INSERT INTO monete SELECT i,'Lira '||i,'1' "
+                                    "FROM n")});
+    QByteArray bytes = here.read(Coins);
+    QVERIFY(bytes.size() > 12 * PageSize);
+    bytes.replace(10 * PageSize, PageSize, QByteArray(PageSize, '\xff'));
+    here.write(Coins, bytes);
+    here.remember(Coins);
+    const Tavenor window;
+    ModalResponder responder;
+    const QString unreadable = QStringLiteral("ERRORE: Impossibile leggere la tabella monete!\n"
+                                              "database disk image is malformed Unable to fetch "
+                                              "row");
+    responder.answer(QMessageBox::Ok);
+    Window::pressTable(window, QStringLiteral("monete"));
+    responder.answer(QMessageBox::Ok);
+    Window::click(window, "pbCalc");
+    QCOMPARE(responder.takeTexts(), (QStringList{unreadable, unreadable}));
+    QCOMPARE(sums(window), QStringList{QStringLiteral("Pezzi 0")});
+    QCOMPARE(total(window), QString());
 }
 
 void CalculatorPage::openingAgainStartsAnew()

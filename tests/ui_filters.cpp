@@ -103,6 +103,7 @@ private slots:
     void conditionForEachColumn();
     void startState();
     void choicesOfAReference();
+    void choicesFollowTheRecords();
     void equalChoicesKeepTheirIds();
     void idIsAskedForInAdvancedModeOnly();
     void withoutATable();
@@ -220,6 +221,28 @@ void FiltersTest::choicesOfAReference()
     QCOMPARE(EntryPage::choices(window, Autore),
              (QStringList{QStringLiteral("---"), QStringLiteral("3 Levi"),
                           QStringLiteral("7 Svevo"), QStringLiteral("9 ")}));
+}
+
+void FiltersTest::choicesFollowTheRecords()
+{
+    // The table refers to itself: what is added while its filter page is kept can be chosen.
+    Workspace here;
+    here.sql(Books, {QStringLiteral("CREATE TABLE persone (RINTEGERFORMAT_Id integer primary key,"
+                                    "RSTRINGFORMAT_Nome text,"
+                                    "Xpersone_XDTX_RSTRINGFORMAT_Nome Integer)"),
+                     QStringLiteral("CREATE TABLE altro (RINTEGERFORMAT_Id integer primary key)"),
+                     QStringLiteral("INSERT INTO persone VALUES (1,'Anna',0)")});
+    here.remember(Books);
+    const Tavenor window;
+    FilterPage::open(window);
+    const auto choices = [&window] {
+        return FilterPage::conditions(window).last()->findChild<QComboBox *>("cboxData")->count();
+    };
+    QCOMPARE(choices(), 2);
+    FilterPage::apply(window);
+    here.sql(Books, {QStringLiteral("INSERT INTO persone VALUES (2,'Bruno',1)")});
+    FilterPage::open(window);
+    QCOMPARE(choices(), 3);
 }
 
 void FiltersTest::equalChoicesKeepTheirIds()

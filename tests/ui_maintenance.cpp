@@ -242,6 +242,7 @@ private slots:
     void deleteAllThenANewStart();
     void deleteAllInAdvancedMode();
 
+    void buttonsFollowTheReservedTables();
     void lockedDatabaseStaysAsItIs_data();
     void lockedDatabaseStaysAsItIs();
 
@@ -935,6 +936,23 @@ void Maintenance::deleteAllInAdvancedMode()
     QCOMPARE(Window::tables(*shop.window), ReservedNames);
 }
 
+void Maintenance::buttonsFollowTheReservedTables()
+{
+    OpenShop shop(ShopTables);
+    shop.advancedMode();
+    QCOMPARE(shop.filterButtons().size(), 4);
+    Window::pressTable(*shop.window, QStringLiteral("filters"));
+    Window::selectLine(*shop.window, 0);
+    const QString gone = Window::heading(*shop.window);
+    shop.responder.answer(QMessageBox::Yes);
+    Window::click(*shop.window, "pbDeleteUser");
+    QCOMPARE(shop.filterButtons().size(), 3);
+    QVERIFY(!shop.filterButtons().contains(gone));
+    shop.responder.answer(QMessageBox::Yes);
+    shop.trigger("actionClear_Selected_List");
+    QCOMPARE(shop.filterButtons(), QStringList());
+}
+
 void Maintenance::lockedDatabaseStaysAsItIs_data()
 {
     QTest::addColumn<QByteArray>("action");
@@ -954,7 +972,8 @@ void Maintenance::lockedDatabaseStaysAsItIs_data()
         makes.append(make.arg(name));
     }
     QTest::newRow("clear the table")
-        << QByteArray("actionClear_Selected_List") << QStringList{clears.first()};
+        << QByteArray("actionClear_Selected_List")
+        << QStringList{clears.first(), QStringLiteral("ERRORE: Impossibile leggere la tabella a!")};
     QTest::newRow("clear all") << QByteArray("actionClear_All_Tables") << clears;
     QTest::newRow("remove the table")
         << QByteArray("actionRemove_Table") << QStringList{drops.first()};

@@ -73,6 +73,7 @@ private slots:
     void recordFile();
     void recordFiles_data();
     void recordFiles();
+    void unreadableTargets();
     void emptyTable();
     void cancelledDialogs_data();
     void cancelledDialogs();
@@ -144,6 +145,35 @@ void Readable::recordFiles()
                                       Q_ARG(QString, table), Q_ARG(int, id)));
     QVERIFY(program.here.exists(Target));
     QCOMPARE(program.here.read(Target), expected);
+}
+
+void Readable::unreadableTargets()
+{
+    // "---" says that a record is gone, not that its table cannot be read.
+    constexpr int PageSize = 4096;
+    EntryPage::Started program(BooksTables);
+    const int root = program.here
+                         .value(QStringLiteral("books.db"),
+                                QStringLiteral("SELECT rootpage FROM sqlite_master WHERE "
+                                               "name='autori'"))
+                         .toInt();
+    QVERIFY(root > 1);
+    program.window.reset();
+    QByteArray bytes = program.here.read(QStringLiteral("books.db"));
+    bytes.replace((root - 1) * PageSize, PageSize, QByteArray(PageSize, '\xff'));
+    program.here.write(QStringLiteral("books.db"), bytes);
+    program.window = std::make_unique<Tavenor>();
+    program.window->changeTable(QStringLiteral("libri"));
+    program.here.write(Target, "older");
+    for (const char *const action : {TableAction, RecordAction}) {
+        ModalResponder responder;
+        responder.chooseFile(program.here.path(Target));
+        responder.answer(QMessageBox::Ok);
+        Window::action(*program.window, action)->trigger();
+        QCOMPARE(responder.takeTexts(),
+                 QStringList(QStringLiteral("ERRORE: Impossibile scrivere sul file!")));
+        QCOMPARE(program.here.read(Target), QByteArray("older"));
+    }
 }
 
 void Readable::emptyTable()

@@ -9,6 +9,8 @@
 #include <QProcess>
 #include <QProgressBar>
 #include <QRandomGenerator>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 #include <csignal>
 #include <sys/resource.h>
@@ -212,6 +214,10 @@ private slots:
     void exportOfEverythingReadsTheTablesAnew();
     void olderFileStaysOnAFullDisk();
     void killedExportLeavesTheOlderFile();
+    void openDatabaseIsNoFile_data();
+    void openDatabaseIsNoFile();
+    void lockedDatabaseExportsNothing();
+    void hopelessImportEnds();
     void commandsWithoutATable();
     void commandsWithoutADatabase();
     void readOnlyCopies();
@@ -457,6 +463,86 @@ void Xmf::killedExportLeavesTheOlderFile()
         QVERIFY(!survived || left == whole);
     }
     QVERIFY2(olderLeft > 2, qPrintable(QString::number(olderLeft)));
+}
+
+void Xmf::openDatabaseIsNoFile_data()
+{
+    QTest::addColumn<QByteArray>("action");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("export") << QByteArray("actionExport") << CannotWrite;
+    QTest::newRow("export of a record")
+        << QByteArray("actionExport_Selected_Record_To_File") << CannotWrite;
+    QTest::newRow("readable export") << QByteArray("actionExport_To_File") << CannotWrite;
+    QTest::newRow("readable export of a record")
+        << QByteArray("actionExport_Selected_Record_To_File_txt") << CannotWrite;
+    QTest::newRow("import") << QByteArray("actionImport_From_File_Export_Manager_File")
+                            << CannotOpen;
+}
+
+void Xmf::openDatabaseIsNoFile()
+{
+    // It would be replaced, or lose its locks; also under another name.
+    QFETCH(QByteArray, action);
+    QFETCH(QString, message);
+    const Program program;
+    const QString link = program.here.path(QStringLiteral("link.xmf"));
+    QVERIFY(QFile::link(program.here.path(Books), link));
+    const QByteArray before = program.here.read(Books);
+    for (const QString &name : {program.here.path(Books), link}) {
+        ModalResponder responder;
+        responder.chooseFile(name);
+        responder.answer(QMessageBox::Ok);
+        program.trigger(action.constData());
+        QCOMPARE(responder.takeTexts(), QStringList(message));
+        QVERIFY(program.here.read(Books) == before);
+    }
+}
+
+void Xmf::lockedDatabaseExportsNothing()
+{
+    const Program program;
+    program.here.write(Folder + QStringLiteral("/libri.xmf"), "older");
+    QVERIFY(Sql::run(QStringLiteral("PRAGMA busy_timeout = 10")));
+    {
+        QSqlDatabase other =
+            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+        other.setDatabaseName(program.here.path(Books));
+        QVERIFY(other.open());
+        QSqlQuery query(other);
+        QVERIFY(query.exec(QStringLiteral("BEGIN EXCLUSIVE")));
+        ModalResponder responder;
+        // The tables are known from before; one answer each, and the last box.
+        for (int box = 0; box < 4; ++box) {
+            responder.answer(QMessageBox::Ok);
+        }
+        program.trigger("actionAutoExportAll");
+        QCOMPARE(responder.takeTexts(), QStringList({CannotWrite, CannotWrite, CannotWrite,
+                                                     QStringLiteral("Esportazione Completata!")}));
+        QVERIFY(query.exec(QStringLiteral("ROLLBACK")));
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("other"));
+    QCOMPARE(program.here.read(Folder + QStringLiteral("/libri.xmf")), QByteArray("older"));
+}
+
+void Xmf::hopelessImportEnds()
+{
+    // What keeps five records in a row out keeps out all that follow.
+    const Program program(BooksTables +
+                          QStringList(QStringLiteral(
+                              "CREATE TRIGGER no BEFORE INSERT ON autori WHEN "
+                              "NEW.RINTEGERFORMAT_Id > 2 BEGIN SELECT raise(FAIL,'chiuso'); END")));
+    QByteArray file = "autori\n";
+    for (int id = 1; id <= 3000; ++id) {
+        file += "RINTEGERFORMAT_Id###" + QByteArray::number(id) + "###RSTRINGFORMAT_Nome###n###\n";
+    }
+    const QString refused =
+        QStringLiteral("ERRORE: Impossibile aggiungere un elemento alla tabella autori!\n"
+                       "chiuso Unable to fetch row");
+    program.here.write(QStringLiteral("import.xmf"), file);
+    const QStringList shown = program.importFiles({QStringLiteral("import.xmf")}, 5);
+    QCOMPARE(shown, QStringList({refused, refused, refused, refused, refused}));
+    QCOMPARE(program.here.column(Books, QStringLiteral("SELECT RINTEGERFORMAT_Id FROM autori")),
+             (QStringList{QStringLiteral("1"), QStringLiteral("2")}));
 }
 
 void Xmf::commandsWithoutATable()
