@@ -368,9 +368,9 @@ QString statementFor(const QString &table, const QString &title, const QString &
     return parts.join(QString());
 }
 
-const QStringList Awkward = {text("L'anno \"d'oro\" 100%; %1 %s -- è漢🎲"),
-                             text("L'anno \"d'oro\" 100%; %1 %s -- è漢"),
-                             text("');;'%n\\ <b> &amp")};
+// The second is part of the first, and yet another value.
+const QStringList Awkward = {text("L'anno \"d'oro\" 100%; %1 %s -- ''è漢\\ <b>🎲"),
+                             text("L'anno \"d'oro\" 100%; %1 %s -- ''è漢\\ <b>")};
 
 // Enters a record: an awkward title, and what fits the second field.
 void addRecord(const Tavenor &window, const QString &type, const QString &title)
@@ -396,6 +396,13 @@ QStringList filteredLines(const Tavenor &window, const QString &title)
     return Window::lines(window);
 }
 
+// Names that the designer page refuses, and why.
+struct Refused {
+    QString table;
+    QString title;
+    QString reason;
+};
+
 const QStringList Others = {
     text("CREATE TABLE altri (RINTEGERFORMAT_Id integer primary key,RSTRINGFORMAT_Nome text)"),
     text("INSERT INTO altri VALUES (1,'Zeno')")};
@@ -412,7 +419,6 @@ private slots:
     void sampleCollectionIsCarriedOver();
     void takenNamesSurvive_data();
     void takenNamesSurvive();
-    void refusedNamesLeaveTheFile_data();
     void refusedNamesLeaveTheFile();
 };
 
@@ -569,7 +575,7 @@ void RoundTrip::takenNamesSurvive_data()
         text("x"));
     row(QString(LongestTableName, QLatin1Char('a')), QString(LongestLabel, QLatin1Char('1')),
         names.filled(text("m"), LongestLabel));
-    while (count < 60) {
+    while (count < 32) {
         const QString table = names.tableName();
         const QString title = names.label();
         row(table, title, names.label());
@@ -599,9 +605,7 @@ void RoundTrip::takenNamesSurvive()
     }
     const QStringList rows = program.rows(stored);
     QCOMPARE(rows.size(), Awkward.size());
-    for (const QString &value : Awkward) {
-        QCOMPARE(filteredLines(window, value), QStringList(value));
-    }
+    QCOMPARE(filteredLines(window, Awkward.last()), Awkward.mid(1));
     QCOMPARE(filteredLines(window, text("L'anno")), QStringList());
 
     responder.chooseFile(here.path(text("dati.xmf")));
@@ -626,53 +630,41 @@ void RoundTrip::takenNamesSurvive()
     QCOMPARE(here.read(Folder + text("copia.tsc")), structure);
     QCOMPARE(program.rows(stored), rows);
     QCOMPARE(responder.boxes().size(), 1);
-}
-
-void RoundTrip::refusedNamesLeaveTheFile_data()
-{
-    QTest::addColumn<QString>("table");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("reason");
-    NameMaker names(Seed + 1);
-    int count = 0;
-    const auto row = [&](const QString &table, const QString &title, const QString &reason) {
-        QTest::newRow(
-            qPrintable(text("%1 is refused: ").arg(++count) + table + text(" | ") + title))
-            << table << title << reason;
-    };
-    const auto tooLong = [](const QString &name) {
-        return text("Il nome '") + name + text("' è troppo lungo.");
-    };
-    const QString longTable = names.filled(text("t"), LongestTableName + 1);
-    const QString longLabel = names.filled(text("l"), LongestLabel + 1);
-    row(longTable, text("Nome"), tooLong(longTable));
-    row(text("soci"), longLabel, tooLong(longLabel));
-    while (count < 60) {
-        const QPair<QString, QString> table = names.spoilt(names.tableName());
-        row(table.first, names.label(), table.second);
-        const QPair<QString, QString> label = names.spoilt(names.label());
-        row(names.tableName(), label.first, label.second);
-    }
+    EntryPage::forgetOldPages();
 }
 
 void RoundTrip::refusedNamesLeaveTheFile()
 {
-    QFETCH(const QString, table);
-    QFETCH(const QString, title);
-    QFETCH(const QString, reason);
     const EntryPage::Started program(Others);
     Tavenor &window = *program.window;
-    typeTable(window, table, title, text("STRING"), text("Altro"));
+    NameMaker names(Seed + 1);
+    const QString longTable = names.filled(text("t"), LongestTableName + 1);
+    const QString longLabel = names.filled(text("l"), LongestLabel + 1);
+    const QString tooLong = text("Il nome '%1' è troppo lungo.");
+    QVector<Refused> all = {{longTable, text("Nome"), tooLong.arg(longTable)},
+                            {text("soci"), longLabel, tooLong.arg(longLabel)}};
+    while (all.size() < 60) {
+        const QPair<QString, QString> table = names.spoilt(names.tableName());
+        all.append({table.first, names.label(), table.second});
+        const QPair<QString, QString> title = names.spoilt(names.label());
+        all.append({names.tableName(), title.first, title.second});
+    }
+    typeTable(window, text("soci"), text("Nome"), text("STRING"), text("Altro"));
     const QByteArray before = program.here.read(program.database);
-    ModalResponder responder;
-    responder.answer(QMessageBox::Ok);
-    DesignerPage::accept(window);
-    QCOMPARE(responder.takeTexts(), QStringList(text("ERRORE: Impossibile creare la tabella ") +
-                                                table + text("!\n") + reason));
-    QCOMPARE(program.here.read(program.database), before);
-    QVERIFY(DesignerPage::isOpen(window));
-    QCOMPARE(Window::get<QLineEdit>(window, "leTableName")->text(), table);
-    QCOMPARE(DesignerPage::label(*DesignerPage::rows(window).first())->text(), title);
+    QLineEdit *const label = DesignerPage::label(*DesignerPage::rows(window).first());
+    for (const Refused &each : qAsConst(all)) {
+        DesignerPage::typeName(window, each.table);
+        EntryPage::pasteInto(label, each.title);
+        ModalResponder responder;
+        responder.answer(QMessageBox::Ok);
+        DesignerPage::accept(window);
+        QCOMPARE(responder.takeTexts(), QStringList(text("ERRORE: Impossibile creare la tabella ") +
+                                                    each.table + text("!\n") + each.reason));
+        QCOMPARE(program.here.read(program.database), before);
+        QVERIFY(DesignerPage::isOpen(window));
+        QCOMPARE(Window::get<QLineEdit>(window, "leTableName")->text(), each.table);
+        QCOMPARE(label->text(), each.title);
+    }
 }
 
 QTEST_MAIN(RoundTrip)
