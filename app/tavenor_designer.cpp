@@ -11,6 +11,7 @@
 #include "model/sqlnames.h"
 #include "model/subtables.h"
 #include "ui_Tavenor.h"
+#include "widgets/icons.h"
 #include "widgets/newTableElement.h"
 
 namespace
@@ -98,7 +99,12 @@ QString additionRefused(const QString &field, const QString &table, const QStrin
 
 void Tavenor::setDesignerTexts()
 {
-    ui->bbNewTable->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Annulla"));
+    QPushButton *const cancel = ui->bbNewTable->button(QDialogButtonBox::Cancel);
+    cancel->setText(QStringLiteral("Annulla"));
+    // The icons of the other pages instead of the desktop's.
+    cancel->setIcon(Icons::shared(QStringLiteral(":/cancelIcon")));
+    ui->bbNewTable->button(QDialogButtonBox::Ok)
+        ->setIcon(Icons::shared(QStringLiteral(":/saveIcon")));
     ui->newElementScroll->setAccessibleName(QStringLiteral("Campi"));
 }
 
