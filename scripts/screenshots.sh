@@ -453,9 +453,10 @@ INSERT INTO Prestiti_passati
 SQL
 }
 
-# Succeeds when that much of the file, which is written beside its final name, is there.
+# Succeeds when the program has written so many bytes. The export's file has no name until it
+# is complete, so its size does not tell.
 has_written() {
-    [ "$(cat "$collection/Exports/Prestiti_passati.xmf."* 2>/dev/null | wc -c)" -gt "$1" ]
+    awk -v wanted="$1" '$1 == "wchar:" { exit $2 < wanted }' "/proc/$program_pid/io"
 }
 
 # The program is held still for the picture, and so is its bar.
@@ -463,16 +464,18 @@ exporting() {
     cp "$collection/biblioteca.db" "$scratch/kept.db"
     add_long_table
     start
+    # "Esporta Tutto"; the long table comes last and is half written then.
     file_menu Down Down Down Down Return
-    until_true 60 has_written 100000000
+    wait_for_window '^Esportazione' >/dev/null
+    until_true 60 has_written 120000000
     kill -STOP "$program_pid"
     shot progress
     kill -CONT "$program_pid"
-    until_true 60 test -e "$collection/Exports/Prestiti_passati.xmf"
+    until_true 60 test -e "$collection/ExportManagerFiles/Prestiti_passati.xmf"
     shot exported
     stop
     mv "$scratch/kept.db" "$collection/biblioteca.db"
-    rm -r "$collection/Exports"
+    rm -r "$collection/ExportManagerFiles"
 }
 
 first_start() {
