@@ -245,8 +245,9 @@ entry() {
     start
     key F2
     shot change
-    # The button beside the picture's path.
-    click 849 626
+    # From the title to the button beside the picture's path.
+    times 18 key Tab
+    key space
     shot image-dialog
     key Escape
     settle
@@ -493,6 +494,12 @@ start_desktop
 "$root/build/release/samples/tavenor-sample" "$collection"
 browsing
 entry
+filtering
+calculating
+following
+exporting
+designing
+menus
 dialogs
 first_start
 modes
