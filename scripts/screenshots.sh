@@ -287,7 +287,7 @@ modes() {
     shot administrator-options
     key Return
     shot hidden-tables
-    options_menu Up Up Return
+    options_menu Up Up Up Up Return
     shot advanced-question
     key alt+y
     shot advanced
