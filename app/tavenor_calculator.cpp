@@ -120,6 +120,9 @@ void Tavenor::alignCalculator()
     for (calcForm *const form : qAsConst(calcWidgets)) {
         form->setLabelWidth(width);
     }
+    if (!calcWidgets.isEmpty()) {
+        calcWidgets.last()->hideLine();
+    }
     ui->lbTotal->setFixedWidth(width);
     ui->lbNoColumns->setVisible(calcWidgets.isEmpty());
     // The total follows the last line, and stays in sight when the lines need to be scrolled.

@@ -12,6 +12,7 @@
 #include "model/subtables.h"
 #include "storage/schemamessages.h"
 #include "ui_Tavenor.h"
+#include "widgets/icons.h"
 #include "widgets/newTableElement.h"
 
 namespace
@@ -87,7 +88,12 @@ ColumnDefinitions storable(ColumnDefinitions columns)
 
 void Tavenor::setDesignerTexts()
 {
-    ui->bbNewTable->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Annulla"));
+    QPushButton *const cancel = ui->bbNewTable->button(QDialogButtonBox::Cancel);
+    cancel->setText(QStringLiteral("Annulla"));
+    // The icons of the other pages instead of the desktop's.
+    cancel->setIcon(Icons::shared(QStringLiteral(":/cancelIcon")));
+    ui->bbNewTable->button(QDialogButtonBox::Ok)
+        ->setIcon(Icons::shared(QStringLiteral(":/saveIcon")));
     ui->newElementScroll->setAccessibleName(QStringLiteral("Campi"));
 }
 

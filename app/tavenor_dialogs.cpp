@@ -25,6 +25,14 @@ constexpr qint64 ShowAfterMilliseconds = 250;
 // new value.
 constexpr qint64 PaintEveryMilliseconds = 20;
 
+// A dialog without a parent would come up in the middle of the screen, wherever the window is.
+void placeOver(const QWidget &window, QWidget &dialog)
+{
+    if (window.isVisible()) {
+        dialog.move(window.frameGeometry().center() - dialog.rect().center());
+    }
+}
+
 } // namespace
 
 void Tavenor::makeDialogs()
@@ -96,6 +104,7 @@ void Tavenor::askName(const QString &suggestion, void (Tavenor::*continuation)()
         disconnect(nameForm.get(), &QDialog::accepted, this, nullptr);
         (this->*continuation)();
     });
+    placeOver(*this, *nameForm);
     nameForm->show();
 }
 
@@ -144,6 +153,7 @@ Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString
     owner.progressForm->hide();
     owner.sinceStart.start();
     owner.progressForm->setHeld(true);
+    placeOver(owner, *owner.progressForm);
     owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, true);
     owner.progressForm->show();
 }

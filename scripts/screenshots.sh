@@ -3,9 +3,10 @@
 # SPDX-License-Identifier: MIT
 # Takes pictures of the program's pages and dialogs on a fresh sample collection.
 #
-# Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [FOLDER]    default: screenshots
-#   --scale FACTOR   as on a dense screen, e.g. 2
-#   --dark           with the colours of a dark desktop
+# Usage: scripts/screenshots.sh [OPTION…] [FOLDER]    default: screenshots
+#   --scale FACTOR        as on a dense screen, e.g. 2
+#   --dark                with the colours of a dark desktop
+#   --size WIDTHxHEIGHT   of the window, instead of its own
 set -euo pipefail
 root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd)
 readonly root
@@ -16,6 +17,7 @@ readonly Title='DB Administration Tool'
 readonly collection=$scratch/collection
 scale=1
 colours=light
+size=
 pictures=screenshots
 window=
 area=
@@ -28,8 +30,12 @@ read_arguments() {
             shift
             ;;
         --dark) colours=dark ;;
+        --size)
+            size=${2?--size needs a width and a height}
+            shift
+            ;;
         -*)
-            echo "Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [FOLDER]" >&2
+            echo "Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [--size WIDTHxHEIGHT] [FOLDER]" >&2
             return 2
             ;;
         *) pictures=$1 ;;
@@ -131,6 +137,9 @@ start() {
     start_program "$root/build/release/app/tavenor"
     window=$(wait_for_window "^$Title")
     xdotool windowactivate --sync "$window"
+    if [ -n "$size" ]; then
+        xdotool windowsize --sync "$window" "$(scaled "${size%x*}")" "$(scaled "${size#*x}")"
+    fi
     # Asking for the window's place would count its frame twice; a pointer on its corner tells.
     xdotool mousemove --window "$window" 0 0
     area=$(xdotool getwindowgeometry --shell "$window" getmouselocation --shell |
@@ -175,9 +184,28 @@ write() {
     xdotool type --clearmodifiers "$1"
 }
 
-# click X Y: at a place of the window, in its own pixels at scale 1. For what no key reaches.
+# times COUNT COMMAND…: repeats it.
+times() {
+    local left=$1
+    shift
+    for (( ; left > 0; left--)); do
+        "$@"
+    done
+}
+
+# place PIXELS LENGTH: a place along a side of the window that is so long on the screen, from
+# pixels at scale 1; negative ones are counted from its end.
+place() {
+    local from_start
+    from_start=$(scaled "$1")
+    echo $((from_start < 0 ? $2 + from_start : from_start))
+}
+
+# click X Y: at a place of the window. For what no key reaches.
 click() {
-    xdotool mousemove --window "$window" "$(scaled "$1")" "$(scaled "$2")" click 1
+    local extent=${area%%+*}
+    xdotool mousemove --window "$window" "$(place "$1" "${extent%x*}")" \
+        "$(place "$2" "${extent#*x}")" click 1
     rest_pointer
 }
 
@@ -185,6 +213,11 @@ click() {
 # entries that are switched off are passed over.
 options_menu() {
     key Alt_L Right Down "$@"
+}
+
+# file_menu KEY…: the same for the menu "File".
+file_menu() {
+    key Alt_L Down "$@"
 }
 
 # table NUMBER: the table that stands at this place of the list.
@@ -212,8 +245,9 @@ entry() {
     start
     key F2
     shot change
-    # The button beside the picture's path.
-    click 849 626
+    # From the title to the button beside the picture's path.
+    times 18 key Tab
+    key space
     shot image-dialog
     key Escape
     settle
@@ -253,7 +287,7 @@ modes() {
     shot administrator-options
     key Return
     shot hidden-tables
-    options_menu Up Up Return
+    options_menu Up Up Up Up Return
     shot advanced-question
     key alt+y
     shot advanced
@@ -261,6 +295,188 @@ modes() {
     echo Locked >"$collection/lockDb.dat"
     start read-only
     stop
+}
+
+# A table with a row of every kind that the designer knows. Authors are listed meanwhile,
+# because a link can only lead to a table that names the listed one, and books name authors.
+designing() {
+    start
+    table 2
+    settle
+    options_menu Return
+    settle
+    key ctrl+t
+    shot designer-empty
+    write 'Mostre'
+    times 4 key Tab
+    write 'Titolo'
+    key Return
+    write 'Locandina'
+    key Tab
+    write 'IMAGE'
+    key shift+Tab Return
+    # A link is chosen by its type, then by the table that it leads to.
+    key Tab
+    write 'LINK'
+    key shift+Tab Down
+    times 3 key Tab
+    key space
+    settle
+    # A copied field: its box is checked, then the table and the field are chosen.
+    times 3 key Tab
+    key space shift+Tab shift+Tab
+    write 'soci'
+    times 3 key Tab
+    key space
+    settle
+    key Tab
+    write 'SUBTABLE'
+    key shift+Tab
+    write 'Opere esposte'
+    times 4 key Tab
+    write 'Sala'
+    key Return
+    write 'Esposta dal'
+    key Tab
+    write 'DATE'
+    shot designer
+    stop
+    start
+    options_menu Return
+    settle
+    key ctrl+shift+t
+    shot add-field
+    stop
+}
+
+# What stands in the row above the list of records.
+calculate() {
+    click -120 95
+}
+
+filter() {
+    click -40 95
+}
+
+filtering() {
+    start
+    filter
+    shot filter-empty
+    # Titles that contain "la" …
+    write 'la'
+    times 3 key Tab
+    key space
+    # … older than 1950: past the rest of the title's buttons, the author, − and +.
+    times 13 key Tab
+    write '1950'
+    times 6 key Tab
+    key space
+    # … or with a genre that contains "Romanzo".
+    times 4 key Tab
+    write 'Romanzo'
+    times 3 key Tab
+    key space
+    times 4 key Tab
+    key space
+    shot filter
+    # The button before the main one saves the filter.
+    click -140 -21
+    shot filter-name
+    write 'Vecchi romanzi'
+    key Return
+    shot filtered
+    # The saved filters take the place of the tables.
+    click 110 -54
+    shot saved-filters
+    click 110 $((91 + 43))
+    shot saved-filter
+    filter
+    settle
+    # Azzera, Applica
+    click -320 -21
+    settle
+    click -40 -21
+    shot unfiltered
+    stop
+}
+
+calculating() {
+    start
+    calculate
+    settle
+    # Years and pages are left out of the total.
+    click 605 171
+    settle
+    click 605 205
+    settle
+    click -60 -21
+    shot calculator
+    stop
+}
+
+following() {
+    start
+    # A book with loans and without a cover.
+    write 'Harry Potter'
+    settle
+    # VAI, Indietro, Apri
+    click -80 211
+    shot linked
+    click -220 95
+    settle
+    click -80 517
+    shot detail-table
+    stop
+}
+
+menus() {
+    start
+    file_menu
+    shot file-menu
+    key Escape Escape
+    settle
+    options_menu Return
+    settle
+    file_menu
+    shot administrator-file-menu
+    stop
+}
+
+# A table whose export lasts some seconds.
+add_long_table() {
+    sqlite3 "$collection/biblioteca.db" <<'SQL'
+CREATE TABLE Prestiti_passati(RINTEGERFORMAT_Id INTEGER PRIMARY KEY,
+    RSTRINGFORMAT_Titolo text, NDATEFORMAT_Dal text, NLONGSTRINGFORMAT_UserPath);
+WITH RECURSIVE loan(number) AS
+    (SELECT 1 UNION ALL SELECT number + 1 FROM loan WHERE number < 1500000)
+INSERT INTO Prestiti_passati
+    SELECT number, 'Prestito ' || number, '01/03/1998', number FROM loan;
+SQL
+}
+
+# Succeeds when the program has written so many bytes. The export's file has no name until it
+# is complete, so its size does not tell.
+has_written() {
+    awk -v wanted="$1" '$1 == "wchar:" { exit $2 < wanted }' "/proc/$program_pid/io"
+}
+
+# The program is held still for the picture, and so is its bar.
+exporting() {
+    cp "$collection/biblioteca.db" "$scratch/kept.db"
+    add_long_table
+    start
+    # "Esporta Tutto"; the long table comes last and is half written then.
+    file_menu Down Down Down Down Return
+    wait_for_window '^Esportazione' >/dev/null
+    until_true 60 has_written 120000000
+    kill -STOP "$program_pid"
+    shot progress
+    kill -CONT "$program_pid"
+    until_true 60 test -e "$collection/ExportManagerFiles/Prestiti_passati.xmf"
+    shot exported
+    stop
+    mv "$scratch/kept.db" "$collection/biblioteca.db"
+    rm -r "$collection/ExportManagerFiles"
 }
 
 first_start() {
@@ -278,6 +494,12 @@ start_desktop
 "$root/build/release/samples/tavenor-sample" "$collection"
 browsing
 entry
+filtering
+calculating
+following
+exporting
+designing
+menus
 dialogs
 first_start
 modes

@@ -107,6 +107,7 @@ private slots:
     void textsAndNames();
     void keyboardOrder();
     void totalStaysInSight();
+    void totalStandsUnderTheSums();
     void slotsAreInterface();
 };
 
@@ -526,6 +527,25 @@ void CalculatorPage::totalStaysInSight()
     QVERIFY(window.rect().contains(place));
     auto *const scroll = Window::get<QScrollArea>(window, "calcScroll");
     QVERIFY(scroll->widget()->height() > scroll->viewport()->height());
+}
+
+void CalculatorPage::totalStandsUnderTheSums()
+{
+    const Workspace here;
+    here.sql(Coins, CoinTables);
+    here.remember(Coins);
+    Tavenor window;
+    window.show();
+    Window::click(window, "pbCalc");
+    const auto rightEdge = [&window](const QWidget *line) {
+        return line->mapTo(&window, line->rect().topRight()).x();
+    };
+    const int expected = rightEdge(totalLine(window));
+    for (const calcForm *const form : forms(window)) {
+        QTRY_COMPARE(rightEdge(Window::get<QLineEdit>(*form, "leResult")), expected);
+        // The page draws the last line itself, between the sums and their total.
+        QCOMPARE(Window::get<QFrame>(*form, "line")->isHidden(), form == forms(window).last());
+    }
 }
 
 void CalculatorPage::slotsAreInterface()

@@ -38,6 +38,7 @@ private slots:
     void progressStartsAsDesigned();
     void progressShowsWhatItIsTold();
     void progressTextIsPlain();
+    void progressKeepsItsSize();
     void progressCanBeDismissed();
     void heldProgressCannotBeDismissed();
     void codeHidesHeldProgress();
@@ -96,6 +97,17 @@ void TestDialogs::progressTextIsPlain()
     form.setProgressText("<img src=\"/dev/zero\">");
     QCOMPARE(label(form, "lbProgressTitle")->textFormat(), Qt::PlainText);
     QCOMPARE(label(form, "lbProgressTitle")->text(), QString("<img src=\"/dev/zero\">"));
+}
+
+void TestDialogs::progressKeepsItsSize()
+{
+    progressBarForm form;
+    const QString longName(300, QLatin1Char('m'));
+    form.setProgressText(longName);
+    form.show();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QCOMPARE(form.size(), QSize(400, 112));
+    QCOMPARE(label(form, "lbProgressTitle")->text(), longName);
 }
 
 void TestDialogs::progressCanBeDismissed()

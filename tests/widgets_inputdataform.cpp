@@ -718,8 +718,13 @@ void TestInputDataForm::anActiveFieldIsMarked()
     button(form, "pbMajor")->click();
     QVERIFY(mark->autoFillBackground());
     QCOMPARE(mark->backgroundRole(), QPalette::Highlight);
+    const auto edgeColour = [&form] {
+        return form.grab().toImage().pixelColor(form.width() - 2, 1);
+    };
+    const QColor tinted = edgeColour();
     button(form, "pbNoFilter")->click();
     QVERIFY(!mark->autoFillBackground());
+    QVERIFY(edgeColour() != tinted);
 }
 
 void TestInputDataForm::readsNumbers_data()

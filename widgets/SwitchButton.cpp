@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr double FaintShare = 0.25;
+constexpr int StrongerPercent = 120;
 
 QColor mixed(const QColor &ground, const QColor &accent, double share)
 {
@@ -17,6 +18,14 @@ QColor mixed(const QColor &ground, const QColor &accent, double share)
     return QColor::fromRgbF(part(ground.redF(), accent.redF()),
                             part(ground.greenF(), accent.greenF()),
                             part(ground.blueF(), accent.blueF()));
+}
+
+/// The accent further away from the colour of its text: styles pale what they paint a button
+/// with, and a thin sign would no longer stand out from it.
+QColor strengthened(const QColor &accent, const QColor &text)
+{
+    return text.lightness() > accent.lightness() ? accent.darker(StrongerPercent)
+                                                 : accent.lighter(StrongerPercent);
 }
 
 } // namespace
@@ -39,12 +48,13 @@ void SwitchButton::paintEvent(QPaintEvent *)
     initStyleOption(&option);
     if (isChecked()) {
         const QColor accent = palette().color(QPalette::Highlight);
-        const QColor ground = palette().color(QPalette::Button);
-        option.palette.setColor(QPalette::Button,
-                                hasEmphasis ? accent : mixed(ground, accent, FaintShare));
         if (hasEmphasis) {
-            option.palette.setColor(QPalette::ButtonText,
-                                    palette().color(QPalette::HighlightedText));
+            const QColor text = palette().color(QPalette::HighlightedText);
+            option.palette.setColor(QPalette::Button, strengthened(accent, text));
+            option.palette.setColor(QPalette::ButtonText, text);
+        } else {
+            const QColor ground = palette().color(QPalette::Button);
+            option.palette.setColor(QPalette::Button, mixed(ground, accent, FaintShare));
         }
     }
     QStylePainter(this).drawControl(QStyle::CE_PushButton, option);

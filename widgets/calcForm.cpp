@@ -96,6 +96,11 @@ void calcForm::setLabelWidth(int width)
     PlainToolTip::set(ui->lbName, wanted > width ? ui->lbName->text() : QString());
 }
 
+void calcForm::hideLine()
+{
+    ui->line->hide();
+}
+
 int calcForm::resultWidth(const QFont &font)
 {
     // Trillions with six decimals.

@@ -48,6 +48,9 @@ public:
     /// The width of the label's column, so that all lines of the page stand under each other.
     void setLabelWidth(int width);
 
+    /// For the last one of a page, which draws its own line between the sums and their total.
+    void hideLine();
+
     /// The width of the sums' column, the same on all lines.
     static int resultWidth(const QFont &font);
 

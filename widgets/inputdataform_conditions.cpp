@@ -9,10 +9,14 @@
 #include "model/markers.h"
 #include "model/values.h"
 
+#include <QPainter>
+
 namespace
 {
 
 constexpr int LettersBesideButtons = 8;
+constexpr int TintAlpha = 32;
+constexpr int RoomInsideTint = 8;
 
 } // namespace
 
@@ -41,6 +45,11 @@ void inputDataForm::setFilterRole(bool on)
     ui->compareFrame->setVisible(on);
     ui->buttonFrame2->setVisible(on);
     ui->activeMark->setVisible(on);
+    // Nothing is required of a condition.
+    ui->lbRequired->setVisible(!on);
+    QMargins margins = ui->horizontalLayout->contentsMargins();
+    margins.setRight(on ? RoomInsideTint : 0);
+    ui->horizontalLayout->setContentsMargins(margins);
     if (on) {
         // The buttons need the room.
         ui->cboxData->setMinimumContentsLength(LettersBesideButtons);
@@ -99,8 +108,19 @@ void inputDataForm::setActive(bool on)
 {
     active = on;
     ui->activeMark->setAutoFillBackground(on);
+    update();
     for (SwitchButton *button : switches()) {
         button->setEmphasis(on);
+    }
+}
+
+/// Tints the conditions that take part, so that they are seen at a glance among the others.
+void inputDataForm::paintEvent(QPaintEvent *)
+{
+    if (isCondition && active) {
+        QColor tint = palette().color(QPalette::Highlight);
+        tint.setAlpha(TintAlpha);
+        QPainter(this).fillRect(rect(), tint);
     }
 }
 
