@@ -321,7 +321,7 @@ private:
     newTableElement *appendFieldRow();
     newTableElement *appendDesignerRow();
     void clearDesignerRows();
-    /// The tables that a new column can lead to, as people see their names.
+    /// The stored names of the tables that a new column can lead to.
     QStringList linkTargets() const;
     /// The stored name of the table that is being designed; empty when none was typed.
     QString designedTable() const;
@@ -337,6 +337,9 @@ private:
     // Sub-tables
     /// The table that SQLite takes for this name: one that exists may differ in letter case.
     QString existingTable(const QString &name) const;
+    /// The detail table with this name, made safe; or one that another program has made under the
+    /// name as it is.
+    QString detailTable(const QString &listName) const;
     /// Writes down which columns the sub-tables of one field get.
     void createSubTableConfig(const QString &table, const QString &column,
                               const ColumnDefinitions &columns);
@@ -521,6 +524,8 @@ private:
 
     // Table designer
     QList<newTableElement *> designerRows;
+    /// What the rows offer to link to, since the page was opened.
+    QStringList designerTargets;
     /// The page adds fields to the current table, instead of making one.
     bool addingFields = false;
 

@@ -15,6 +15,8 @@
 #include "widgets/icons.h"
 #include "widgets/newTableElement.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -35,15 +37,35 @@ QString nameOf(const newTableElement &row)
     return column;
 }
 
-// Why no column can be made of the row; empty when one can, or when it describes none.
-QString refusalOf(const newTableElement &row)
+// The column's name as it can be stored. Only the name of a linked table may need it: what was
+// typed is found good before anything is stored.
+QString storedColumn(const newTableElement &row)
+{
+    return SqlNames::madeSafe(row.columnDefinition().first);
+}
+
+// Why no link can lead from this column to the table.
+QString linkRefusal(const QString &shownTable, const QString &column, const QString &table)
+{
+    const QString reason = SqlNames::derivedRefusal(shownTable, column);
+    if (!reason.isEmpty() || Columns::linkTarget(column) == table) {
+        return reason;
+    }
+    // Once it stands in a column's name, what is shown reads as another table.
+    const QString ofTable = SqlNames::derivedRefusal(shownTable, table);
+    return ofTable.isEmpty() ? SqlNames::programsWord(shownTable) : ofTable;
+}
+
+// Why no column can be made of the row, which may lead to one of the targets; empty when one can,
+// or when it describes none.
+QString refusalOf(const newTableElement &row, const QStringList &targets)
 {
     const QString column = row.columnDefinition().first;
     switch (row.kind()) {
     case newTableElement::Kind::Typed:
         return SqlNames::labelRefusal(row.typedLabel(), Names::formatKeyword(column));
     case newTableElement::Kind::Link:
-        return SqlNames::derivedRefusal(nameOf(row), SqlNames::madeSafe(column));
+        return linkRefusal(nameOf(row), storedColumn(row), targets.value(row.linkPlace()));
     case newTableElement::Kind::Copied:
         return SqlNames::derivedRefusal(column, column);
     case newTableElement::Kind::Empty:
@@ -59,23 +81,53 @@ struct Fault {
 };
 
 // What is wrong with the row or with the columns of its sub-table.
-Fault faultOf(newTableElement *row)
+Fault faultOf(newTableElement *row, const QStringList &targets)
 {
-    QList<newTableElement *> rows = {row};
-    if (row->columnDefinition().first.contains(Formats::SubTable)) {
-        rows += row->subRows();
+    QString reason = refusalOf(*row, targets);
+    if (!reason.isEmpty() || !row->columnDefinition().first.contains(Formats::SubTable)) {
+        return {row, reason};
     }
-    for (newTableElement *const candidate : qAsConst(rows)) {
-        const QString reason = refusalOf(*candidate);
+    QStringList earlier;
+    for (newTableElement *const candidate : row->subRows()) {
+        const QString column = storedColumn(*candidate);
+        reason = refusalOf(*candidate, targets);
+        if (reason.isEmpty() && Columns::isRepeatedLink(column, earlier)) {
+            reason = SqlNames::taken(nameOf(*candidate));
+        }
         if (!reason.isEmpty()) {
             return {candidate, reason};
         }
+        earlier.append(column);
     }
     return {};
 }
 
-// The columns with names that can be stored. Only the name of a linked table may need it: what
-// was typed has been found good.
+// True when nobody filled in the sub-table of a row without a name, or when it has none.
+bool isUnused(const newTableElement &row)
+{
+    if (!row.isSubTable()) {
+        return true;
+    }
+    const QList<newTableElement *> &rows = row.subRows();
+    return std::all_of(rows.begin(), rows.end(), [](const newTableElement *subRow) {
+        return subRow->kind() == newTableElement::Kind::Empty;
+    });
+}
+
+// True when the table, with these columns, cannot have the new one: two SUBTABLE fields of one
+// name would share their detail tables, and a link that is added to a detail table is written
+// down for later ones before the database can refuse it.
+bool isTaken(const QString &column, const QString &table, const QStringList &columns)
+{
+    if (table.contains(Formats::SubTable) && Columns::isRepeatedLink(column, columns)) {
+        return true;
+    }
+    return std::any_of(columns.begin(), columns.end(), [&column](const QString &other) {
+        return SubTables::isSameField(column, other);
+    });
+}
+
+// The columns with names that can be stored.
 ColumnDefinitions storable(ColumnDefinitions columns)
 {
     for (ColumnDefinition &column : columns) {
@@ -149,6 +201,8 @@ void Tavenor::showDesigner()
     ui->cbHiddenTable->setChecked(false);
     ui->cbHiddenTable->setVisible(!addingFields);
     ui->stPages->setCurrentIndex(DesignerPage);
+    // Once for all rows: each table is asked for its columns.
+    designerTargets = linkTargets();
     // The entry page is left for good, if it was open.
     clearInputPage();
     putHeadBeforeRows();
@@ -190,7 +244,11 @@ newTableElement *Tavenor::appendDesignerRow()
     connect(row, &newTableElement::addNewElem, this, &Tavenor::addNewTableElement);
     connect(row, &newTableElement::changeTable, this, &Tavenor::changeElementSelectedTable);
     row->setNumber(designerRows.size());
-    row->setTables(allTables, linkTargets());
+    QStringList shownTargets;
+    for (const QString &name : qAsConst(designerTargets)) {
+        shownTargets.append(Names::tableDisplayName(name));
+    }
+    row->setTables(allTables, shownTargets);
     ui->newTableLayout->addWidget(row);
     row->show();
     QPushButton *const cancel = ui->bbNewTable->button(QDialogButtonBox::Cancel);
@@ -201,14 +259,14 @@ newTableElement *Tavenor::appendDesignerRow()
 
 QStringList Tavenor::linkTargets() const
 {
-    QStringList shown;
+    QStringList targets;
     for (const QString &name : allTables) {
         // Deliberate: while a table is current, only tables that name it in a column are offered.
         if (!Names::isReservedTable(name) && db->hasFieldContaining(currentTable, name)) {
-            shown.append(Names::tableDisplayName(name));
+            targets.append(name);
         }
     }
-    return shown;
+    return targets;
 }
 
 void Tavenor::changeElementSelectedTable(newTableElement *nTe, QString table)
@@ -285,15 +343,20 @@ bool Tavenor::refuseTableName(const QString &table)
 bool Tavenor::refuseRows(const QString &table, bool exists)
 {
     const QString shownTable = ui->leTableName->text();
+    QStringList columns = exists ? db->fieldNames(table) : QStringList();
     for (newTableElement *const row : qAsConst(designerRows)) {
-        Fault fault = faultOf(row);
+        const QString column = storedColumn(*row);
+        Fault fault = faultOf(row, designerTargets);
         if (row->kind() == newTableElement::Kind::Empty) {
             // An added row that nobody filled in asks for nothing.
-            fault = {row, exists ? QString() : SqlNames::missingName()};
+            fault = {row, exists && isUnused(*row) ? QString() : SqlNames::missingName()};
+        } else if (fault.reason.isEmpty() && isTaken(column, table, columns)) {
+            fault = {row, SqlNames::taken(nameOf(*row))};
         } else if (fault.reason.isEmpty()) {
             // Another program may have named the table so that no statement can change it.
             fault = {row, SqlNames::refusal(table)};
         }
+        columns.append(column);
         if (!fault.reason.isEmpty()) {
             warn(exists ? SchemaMessages::addColumnFailed(shownTable, nameOf(*row), fault.reason)
                         : SchemaMessages::createFailed(shownTable, fault.reason));
@@ -308,12 +371,12 @@ void Tavenor::addDesignedFields(const QString &table)
 {
     db->inOneStep([this, &table] {
         for (const newTableElement *const row : qAsConst(designerRows)) {
-            const ColumnDefinition column = storable({row->columnDefinition()}).first();
-            if (!column.first.isEmpty()) {
-                addFieldToTable(table, column.first, column.second);
+            const QString column = storedColumn(*row);
+            if (!column.isEmpty()) {
+                addFieldToTable(table, column, row->columnDefinition().second);
             }
-            if (column.first.contains(Formats::SubTable)) {
-                createSubTableConfig(table, column.first, storable(row->subTableColumns()));
+            if (column.contains(Formats::SubTable)) {
+                createSubTableConfig(table, column, storable(row->subTableColumns()));
             }
         }
         return true;
@@ -330,7 +393,7 @@ bool Tavenor::createDesignedTable(const QString &table)
     const bool made = db->inOneStep([this, &table, &columns] {
         // Deliberate: written first, so they stay when the table then cannot be made.
         for (const newTableElement *const row : qAsConst(designerRows)) {
-            const QString column = storable({row->columnDefinition()}).first().first;
+            const QString column = storedColumn(*row);
             if (column.contains(Formats::SubTable)) {
                 createSubTableConfig(table, column, storable(row->subTableColumns()));
             }

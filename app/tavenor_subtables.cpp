@@ -17,7 +17,7 @@
 
 void Tavenor::goToSubTableRequest(QString listName)
 {
-    const QString stored = existingTable(SqlNames::madeSafe(listName));
+    const QString stored = detailTable(listName);
     const bool exists = db->tableExists(stored);
     if (!exists && readOnly) {
         return;
@@ -40,6 +40,18 @@ QString Tavenor::existingTable(const QString &name) const
         return SqlNames::isSameName(table, name);
     });
     return same == tables.end() ? name : *same;
+}
+
+QString Tavenor::detailTable(const QString &listName) const
+{
+    const QString safe = existingTable(SqlNames::madeSafe(listName));
+    if (!db->tableExists(safe)) {
+        const QString asAsked = existingTable(listName);
+        if (db->tableExists(asAsked)) {
+            return asAsked;
+        }
+    }
+    return safe;
 }
 
 void Tavenor::createSubTableConfig(const QString &table, const QString &column,
@@ -94,7 +106,10 @@ void Tavenor::createSubTable(const QString &fieldColumn, const QString &subName,
     const ColumnDefinitions columns = subConfigColumns(SubTables::configurationBase(parent, label));
     const QString name = SqlNames::madeSafe(SubTables::composedName(parent, label, subName));
     if (!db->tableExists(name)) {
-        db->createTable(name, columns);
+        // Files from before a second link to one table was refused have it written down.
+        if (db->createTable(name, Columns::creatable(columns))) {
+            addToTableList(name, showHidden);
+        }
     } else {
         // Deliberate: the message names the field's column.
         warnNameTaken(fieldColumn);

@@ -7,8 +7,28 @@
 #include "model/markers.h"
 #include "model/names.h"
 #include "model/sqlnames.h"
+#include "model/subtables.h"
 
 #include <algorithm>
+
+namespace
+{
+
+bool isAmong(const QString &column, const QStringList &others)
+{
+    return std::any_of(others.begin(), others.end(), [&column](const QString &other) {
+        return SqlNames::isSameName(column, other);
+    });
+}
+
+/// The stored name of a table that is shown as `shown` and is no detail table.
+QString plainStoredName(QString shown)
+{
+    shown.replace(SqlNames::madeSafe(Markers::ShownHidden), Markers::ShownHidden);
+    return shown.replace(Markers::ShownHidden, Markers::HiddenTable);
+}
+
+} // namespace
 
 namespace Columns
 {
@@ -95,10 +115,58 @@ ColumnDefinitions withUserPath(const ColumnDefinitions &columns)
     return result;
 }
 
+bool isRepeatedLink(const QString &column, const QStringList &others)
+{
+    return column.contains(Formats::Link) && isAmong(column, others);
+}
+
+ColumnDefinitions creatable(const ColumnDefinitions &columns)
+{
+    ColumnDefinitions result;
+    QStringList wanted;
+    QStringList made;
+    for (const ColumnDefinition &column : columns) {
+        if (isRepeatedLink(column.first, made)) {
+            continue;
+        }
+        int earlier =
+            static_cast<int>(std::count_if(wanted.begin(), wanted.end(), [&](const QString &name) {
+                return SqlNames::isSameName(column.first, name);
+            }));
+        QString name = withDuplicateSuffix(column.first, earlier);
+        while (isAmong(name, made)) {
+            name = withDuplicateSuffix(column.first, ++earlier);
+        }
+        wanted.append(column.first);
+        made.append(name);
+        result.append({name, column.second});
+    }
+    return result;
+}
+
 QString linkTarget(const QString &column)
 {
-    const QString shown = SqlNames::madePlain(Names::fieldLabel(column));
-    return SqlNames::madeSafe(Names::tableStoredName(shown));
+    const int end = column.indexOf(Markers::FormatEnd);
+    if (end < 0) {
+        return QString();
+    }
+    // A table's name may hold the word at which a label is cut.
+    const QString shown = column.mid(end + Markers::FormatEnd.size());
+    // Older files have the arrow as it is shown.
+    const QString arrow = shown.contains(Markers::ShownArrow)
+                              ? QString(Markers::ShownArrow)
+                              : SqlNames::madeSafe(Markers::ShownArrow);
+    const int first = shown.indexOf(arrow);
+    const int last = shown.lastIndexOf(arrow);
+    const QString parent = plainStoredName(shown.left(first));
+    if (first == last || !parent.startsWith(Markers::HiddenTable)) {
+        return plainStoredName(shown);
+    }
+    // The title that a detail table is named after may hold any sign, arrows too.
+    const int title = first + arrow.size();
+    return SqlNames::madeSafe(SubTables::composedName(parent.mid(Markers::HiddenTable.size()),
+                                                      shown.mid(last + arrow.size()),
+                                                      shown.mid(title, last - title)));
 }
 
 } // namespace Columns

@@ -5,6 +5,7 @@
 
 #include <QPair>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 /// A column to create: its stored name and its SQL type.
@@ -70,8 +71,20 @@ QString withDuplicateSuffix(const QString &column, int earlier);
 /// first column whose name tells of a picture or a PDF, or last.
 ColumnDefinitions withUserPath(const ColumnDefinitions &columns);
 
+/// True when the column is a link, or copies one, and is among `others` already: SQLite compares
+/// without the case of ASCII letters, and a link gets no duplicate suffix.
+bool isRepeatedLink(const QString &column, const QStringList &others);
+
+/// The columns with names that one table can have: those that are equal but for the case of ASCII
+/// letters get the duplicate suffix, and a repeated link is left out.
+ColumnDefinitions creatable(const ColumnDefinitions &columns);
+
 /// The stored name of the table that a LINK column leads to: its label is that table's shown
-/// name, made safe for a column's name.
+/// name, made safe for a column's name. A "#" stands for the hidden marker in the name of a plain
+/// table or of a detail table's parent, full-width or not, and the outer two arrows divide the
+/// parts of a detail table's name. So a table cannot be linked to when it has a full-width "＃"
+/// in its name, or arrows of that kind in another place than the title that a detail table is
+/// named after.
 QString linkTarget(const QString &column);
 
 } // namespace Columns

@@ -135,6 +135,20 @@ bool holdsMarker(const QString &name)
            std::any_of(keywords.begin(), keywords.end(), isInside);
 }
 
+/// As holdsMarker(), but in any letter case: records are shown by the words that a column's name
+/// holds, whatever their case.
+bool holdsMarkerInAnyCase(const QString &label)
+{
+    // The marks themselves are in capitals. Letters beyond ASCII make none.
+    QString capitals = label;
+    for (QChar &character : capitals) {
+        if (character >= QLatin1Char('a') && character <= QLatin1Char('z')) {
+            character = character.toUpper();
+        }
+    }
+    return holdsMarker(capitals) || (capitals + QLatin1Char('_')).contains(Markers::HiddenTable);
+}
+
 /// True when the label would have the field's values written in another way than its format
 /// asks for.
 bool changesWriting(const QString &label, const QString &format)
@@ -212,9 +226,7 @@ QString labelRefusal(const QString &typed, const QString &format)
     if (typed.toUtf8().size() > LongestLabel) {
         return tooLong(typed);
     }
-    const QString joined = label + QLatin1Char('_');
-    if (holdsMarker(label) || joined.contains(Markers::HiddenTable) ||
-        changesWriting(label, format) ||
+    if (holdsMarkerInAnyCase(label) || changesWriting(label, format) ||
         Columns::isSystemLabel(label.section(Markers::FormatEnd, 0, 0))) {
         return programsWord(typed);
     }
@@ -239,6 +251,11 @@ QString programsWord(const QString &typed)
 QString missingName()
 {
     return QStringLiteral("Una riga non ha nome.");
+}
+
+QString taken(const QString &typed)
+{
+    return QString::asprintf("Il nome '%s' è già stato usato.", qUtf8Printable(typed));
 }
 
 QString withoutBlanks(QString text)
@@ -266,10 +283,24 @@ bool canBeRead(const QString &column)
 
 QString madeSafe(const QString &text)
 {
-    QString safe = text;
-    for (QChar &character : safe) {
-        if (isForbiddenAscii(character.unicode())) {
-            character = QChar(ushort(character.unicode() + FullWidth));
+    QString safe;
+    safe.reserve(text.size());
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar character = text.at(i);
+        const bool isPair =
+            character.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        if (isPair) {
+            ++i;
+            if (isAllowed(QChar::surrogateToUcs4(character, text.at(i)))) {
+                safe += character;
+                safe += text.at(i);
+            }
+        } else if (character.isSpace()) {
+            safe += QLatin1Char('_');
+        } else if (isForbiddenAscii(character.unicode())) {
+            safe += QChar(ushort(character.unicode() + FullWidth));
+        } else if (!character.isSurrogate() && isAllowed(character.unicode())) {
+            safe += character;
         }
     }
     return safe;

@@ -32,8 +32,9 @@ QString tableRefusal(const QString &typed, const QString &stored);
 
 /// Why no column of this format (its keyword) can be made with the label `typed`, which is stored
 /// with its blanks as "_"; empty when one can. A label must not be that of one of the program's
-/// own fields, nor hold a word that would have the field's values written as numbers of another
-/// kind, nor be longer than 200 bytes of UTF-8.
+/// own fields, nor hold a mark or a format's keyword in any letter case, nor a word that would
+/// have the field's values written as numbers of another kind, nor be longer than 200 bytes of
+/// UTF-8.
 QString labelRefusal(const QString &typed, const QString &format);
 
 /// Why no column named `column`, after the table or field that people see as `source`, can be
@@ -47,6 +48,9 @@ QString programsWord(const QString &typed);
 /// The reason against a row that describes nothing.
 QString missingName();
 
+/// The reason against a name that only one field of a table can have.
+QString taken(const QString &typed);
+
 /// `text` with every blank as "_", as typed names are stored.
 QString withoutBlanks(QString text);
 
@@ -57,12 +61,13 @@ bool isSameName(const QString &name, const QString &other);
 /// True for the name of one of the program's own tables, in any letter case, hidden or not.
 bool isNameOfReservedTable(const QString &stored);
 
-/// `text` with every ASCII character that a name must not hold in its full-width form, so that
-/// a name derived from a record's title or from a shown table name can always be stored.
+/// `text` with every printable ASCII character that a name must not hold in its full-width form,
+/// white space as "_", and without control characters, format characters and halves of surrogate
+/// pairs, so that a name derived from a record's title or from a shown table name can always be
+/// stored. Texts that differ in such characters only give the same name.
 QString madeSafe(const QString &text);
 
-/// Undoes madeSafe(): full-width forms of characters that a name must not hold become ASCII
-/// again.
+/// Turns the full-width forms of characters that a name must not hold into ASCII again.
 QString madePlain(const QString &text);
 
 } // namespace SqlNames

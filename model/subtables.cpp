@@ -3,11 +3,25 @@
 // Names of sub-tables.
 #include "model/subtables.h"
 
+#include "model/columns.h"
 #include "model/formats.h"
 #include "model/markers.h"
 #include "model/names.h"
+#include "model/sqlnames.h"
 
 #include <algorithm>
+
+namespace
+{
+
+/// The label of a field with detail tables; empty for any other.
+QString detailLabel(const QString &column)
+{
+    const bool isField = !Columns::isReference(column) && column.contains(Formats::SubTable);
+    return isField ? Columns::withoutDuplicateSuffix(Names::fieldLabel(column)) : QString();
+}
+
+} // namespace
 
 namespace SubTables
 {
@@ -34,6 +48,12 @@ Parts parts(const QString &storedName)
         storedName.section(Formats::SubTable, 1, 1).section(Markers::SubTableUser, 0, 0).mid(1);
     result.name = storedName.section(Markers::SubTableUser, 1);
     return result;
+}
+
+bool isSameField(const QString &column, const QString &other)
+{
+    const QString label = detailLabel(column);
+    return !label.isEmpty() && SqlNames::isSameName(label, detailLabel(other));
 }
 
 QString configurationBase(const QString &owner, const QString &label)

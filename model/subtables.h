@@ -26,6 +26,10 @@ struct Parts {
 /// The parts of a sub-table's stored name.
 Parts parts(const QString &storedName);
 
+/// True when both columns are fields with detail tables, and the same ones to SQLite: their
+/// labels are equal but for duplicate suffixes and the case of ASCII letters.
+bool isSameField(const QString &column, const QString &other);
+
 /// The name under which the columns of the sub-tables of one field are written down: that of the
 /// first of them.
 QString configurationBase(const QString &owner, const QString &label);

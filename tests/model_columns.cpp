@@ -5,6 +5,8 @@
 
 #include "model/formats.h"
 #include "model/names.h"
+#include "model/sqlnames.h"
+#include "model/subtables.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -31,7 +33,26 @@ private slots:
     void withUserPath_data();
     void withUserPath();
     void composedColumnsAreTakenApartAgain();
+    void isRepeatedLink_data();
+    void isRepeatedLink();
+    void creatable_data();
+    void creatable();
+    void linkTarget_data();
+    void linkTarget();
+    void everyTableCanBeLinkedTo();
+    void ambiguousTables_data();
+    void ambiguousTables();
 };
+
+namespace
+{
+
+QString linkTo(const QString &table)
+{
+    return QStringLiteral("NLINKFORMAT_") + SqlNames::madeSafe(Names::tableDisplayName(table));
+}
+
+} // namespace
 
 void TestColumns::partsOfAColumn_data()
 {
@@ -327,6 +348,196 @@ void TestColumns::withUserPath()
         result.append(isFolder ? QStringLiteral("U") : column.first);
     }
     QCOMPARE(result.join(QLatin1Char(' ')), expected);
+}
+
+void TestColumns::isRepeatedLink_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("a link that is there") << "NLINKFORMAT_autori" << true;
+    QTest::newRow("one in another letter case") << "NLINKFORMAT_Autori" << true;
+    QTest::newRow("a copied link that is there") << "Xa_XDTX_NLINKFORMAT_b" << true;
+    QTest::newRow("a link to another table") << "NLINKFORMAT_autori2" << false;
+    QTest::newRow("another field that is there gets a number") << "NSTRINGFORMAT_a" << false;
+    QTest::newRow("nothing") << "" << false;
+}
+
+void TestColumns::isRepeatedLink()
+{
+    QFETCH(QString, column);
+    const QStringList others = {QStringLiteral("NSTRINGFORMAT_a"),
+                                QStringLiteral("NLINKFORMAT_autori"),
+                                QStringLiteral("Xa_XDTX_NLINKFORMAT_b")};
+    QTEST(Columns::isRepeatedLink(column, others), "expected");
+}
+
+void TestColumns::creatable_data()
+{
+    QTest::addColumn<QString>("names");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("different names stay") << "Na Nb NLINKFORMAT_c"
+                                          << "Na Nb NLINKFORMAT_c";
+    QTest::newRow("equal names get numbers") << "Na Na Na"
+                                             << "Na Na_XMLTYX_2 Na_XMLTYX_3";
+    QTest::newRow("names in other letters get numbers") << "NNote Nnote NNOTE"
+                                                        << "NNote Nnote_XMLTYX_2 NNOTE_XMLTYX_3";
+    QTest::newRow("both kinds are counted together") << "NNote Nnote NNote"
+                                                     << "NNote Nnote_XMLTYX_2 NNote_XMLTYX_3";
+    QTest::newRow("letters beyond ASCII differ") << "Nè NÈ"
+                                                 << "Nè NÈ";
+    QTest::newRow("a number that is taken is passed over") << "Na_XMLTYX_2 Na NA"
+                                                           << "Na_XMLTYX_2 Na NA_XMLTYX_3";
+    QTest::newRow("a repeated link goes") << "NLINKFORMAT_c Na NLINKFORMAT_c"
+                                          << "NLINKFORMAT_c Na";
+    QTest::newRow("a repeated link in other letters goes") << "NLINKFORMAT_c NLINKFORMAT_C"
+                                                           << "NLINKFORMAT_c";
+    QTest::newRow("a copied link goes too") << "Xt_XDTX_NLINKFORMAT_c Xt_XDTX_NLINKFORMAT_c"
+                                            << "Xt_XDTX_NLINKFORMAT_c";
+    QTest::newRow("a link named as a numbered field goes")
+        << "Nlinkformat_a Nlinkformat_a NLINKFORMAT_a_XMLTYX_2"
+        << "Nlinkformat_a Nlinkformat_a_XMLTYX_2";
+    QTest::newRow("nothing") << ""
+                             << "";
+}
+
+void TestColumns::creatable()
+{
+    QFETCH(QString, names);
+    ColumnDefinitions columns;
+    for (const QString &name : names.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        columns.append({name, QStringLiteral("text")});
+    }
+    QStringList result;
+    for (const ColumnDefinition &column : Columns::creatable(columns)) {
+        QCOMPARE(column.second, QStringLiteral("text"));
+        result.append(column.first);
+    }
+    QTEST(result.join(QLatin1Char(' ')), "expected");
+}
+
+void TestColumns::linkTarget_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QString>("expected");
+    const QString detail = QStringLiteral("HIDDENTABLE_%1_XSBTX_SUBTABLEFORMAT_%2_XSBTUSRX_%3");
+    const QString orders = detail.arg(QStringLiteral("Clienti"), QStringLiteral("Ordini"));
+    QTest::newRow("a plain table") << "NLINKFORMAT_libri"
+                                   << "libri";
+    QTest::newRow("a hidden table") << "NLINKFORMAT_＃note"
+                                    << "HIDDENTABLE_note";
+    QTest::newRow("a hidden table of an older file") << "NLINKFORMAT_#note"
+                                                     << "HIDDENTABLE_note";
+    QTest::newRow("a table hidden twice") << "NLINKFORMAT_＃＃x"
+                                          << "HIDDENTABLE_HIDDENTABLE_x";
+    QTest::newRow("a number sign inside a name") << "NLINKFORMAT_C＃"
+                                                 << "CHIDDENTABLE_";
+    QTest::newRow("a number sign inside a name of an older file") << "NLINKFORMAT_C#"
+                                                                  << "CHIDDENTABLE_";
+    QTest::newRow("a name that holds the end of a format") << "NLINKFORMAT_aFORMAT_b"
+                                                           << "aFORMAT_b";
+    QTest::newRow("full-width signs that were typed") << "NLINKFORMAT_l＇arte＆c．"
+                                                      << "l＇arte＆c．";
+    QTest::newRow("full-width arrows in a plain name") << "NLINKFORMAT_a－＞b－＞c"
+                                                       << "a－＞b－＞c";
+    QTest::newRow("a detail table")
+        << "NLINKFORMAT_＃Clienti－＞Rossi－＞Ordini" << orders.arg(QStringLiteral("Rossi"));
+    QTest::newRow("a detail table of an older file")
+        << "NLINKFORMAT_#Clienti->Rossi->Ordini" << orders.arg(QStringLiteral("Rossi"));
+    QTest::newRow("a title of an older file")
+        << "NLINKFORMAT_#Clienti->D'Amico->Ordini" << orders.arg(QStringLiteral("D＇Amico"));
+    QTest::newRow("a title with a number sign") << "NLINKFORMAT_＃Clienti－＞Rossi_＃1－＞Ordini"
+                                                << orders.arg(QStringLiteral("Rossi_＃1"));
+    QTest::newRow("a title with an arrow")
+        << "NLINKFORMAT_＃Clienti－＞a－＞b－＞Ordini" << orders.arg(QStringLiteral("a－＞b"));
+    QTest::newRow("a detail table of a hidden one")
+        << "NLINKFORMAT_＃＃P－＞s－＞f"
+        << detail.arg(QStringLiteral("HIDDENTABLE_P"), QStringLiteral("f"), QStringLiteral("s"));
+    QTest::newRow("an empty title")
+        << "NLINKFORMAT_＃Clienti－＞－＞Ordini" << orders.arg(QString());
+    QTest::newRow("no label") << "NLINKFORMAT_"
+                              << "";
+    QTest::newRow("no encoded name") << "libri"
+                                     << "";
+}
+
+void TestColumns::linkTarget()
+{
+    QFETCH(QString, column);
+    QTEST(Columns::linkTarget(column), "expected");
+}
+
+void TestColumns::everyTableCanBeLinkedTo()
+{
+    const QStringList typed = {
+        QStringLiteral("a"),         QStringLiteral("B"),      QStringLiteral("_"),
+        QStringLiteral("7"),         QStringLiteral("$"),      QStringLiteral("#"),
+        QStringLiteral("FORMAT_"),   QStringLiteral("FORMAT"), QStringLiteral("è"),
+        QStringLiteral("中"),        QStringLiteral("🎲"),      QStringLiteral("＇"),
+        QStringLiteral("．"),        QStringLiteral("－"),     QStringLiteral("XDTX"),
+        QStringLiteral("LINK"),      QStringLiteral("X"),      QStringLiteral(" "),
+        QStringLiteral("linkformat")};
+    const QStringList written = typed + QStringList{QStringLiteral("'"),
+                                                    QStringLiteral("->"),
+                                                    QStringLiteral("－＞"),
+                                                    QStringLiteral("＃"),
+                                                    QStringLiteral("-"),
+                                                    QStringLiteral(">"),
+                                                    QStringLiteral("_XSBTX_"),
+                                                    QStringLiteral("_XMLTYX_2"),
+                                                    QStringLiteral("\u200d"),
+                                                    QStringLiteral("\u0001"),
+                                                    QStringLiteral("SUBTABLEFORMAT"),
+                                                    QStringLiteral("%1")};
+    QRandomGenerator random(20260711);
+    const auto text = [&random](const QStringList &pieces) {
+        QString made;
+        for (int length = random.bounded(1, 5); length > 0; --length) {
+            made += pieces.at(random.bounded(pieces.size()));
+        }
+        return made;
+    };
+    int tables = 0;
+    int details = 0;
+    while (details < 2000) {
+        const QString name = text(typed);
+        const QString table = SqlNames::withoutBlanks(Names::tableStoredName(name));
+        if (!SqlNames::tableRefusal(name, table).isEmpty()) {
+            continue;
+        }
+        ++tables;
+        QCOMPARE(Columns::linkTarget(linkTo(table)), table);
+        const QString label = text(typed);
+        if (SqlNames::labelRefusal(label, Formats::SubTable).isEmpty()) {
+            ++details;
+            const QString detail = SqlNames::madeSafe(
+                SubTables::storedName(table, SqlNames::withoutBlanks(label), text(written)));
+            QCOMPARE(Columns::linkTarget(linkTo(detail)), detail);
+        }
+    }
+    QVERIFY(tables >= details);
+}
+
+void TestColumns::ambiguousTables_data()
+{
+    // Their shown names are those of other tables, once they stand in a column's name.
+    QTest::addColumn<QString>("table");
+    QTest::newRow("a full-width number sign") << "a＃b";
+    QTest::newRow("a hidden name with two arrows") << "HIDDENTABLE_a－＞b－＞c";
+    QTest::newRow("a parent with an arrow")
+        << "HIDDENTABLE_a－＞b_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_s";
+    QTest::newRow("a field with an arrow")
+        << "HIDDENTABLE_a_XSBTX_SUBTABLEFORMAT_f－＞g_XSBTUSRX_s";
+    QTest::newRow("a title with the mark in front of titles")
+        << "HIDDENTABLE_a_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_s_XSBTUSRX_t";
+    QTest::newRow("a title with the hidden mark")
+        << "HIDDENTABLE_a_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_HIDDENTABLE_s";
+    QTest::newRow("a name of another program") << "l'arte";
+}
+
+void TestColumns::ambiguousTables()
+{
+    QFETCH(QString, table);
+    QVERIFY(Columns::linkTarget(linkTo(table)) != table);
 }
 
 QTEST_GUILESS_MAIN(TestColumns)

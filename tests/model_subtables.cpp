@@ -18,6 +18,8 @@ private slots:
     void theShownNameLeadsBack();
     void parts_data();
     void parts();
+    void isSameField_data();
+    void isSameField();
     void configurationNames();
     void belongsToConfiguration_data();
     void belongsToConfiguration();
@@ -113,6 +115,30 @@ void TestSubTables::configurationNames()
         SubTables::configurationBase(QStringLiteral("Clienti"), QStringLiteral("Ordini"));
     QCOMPARE(base, QStringLiteral("Clienti_Ordini"));
     QCOMPARE(SubTables::configurationName(base, 12), QStringLiteral("Clienti_Ordini_XSBCONFX_12"));
+}
+
+void TestSubTables::isSameField_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("the same column") << "NSUBTABLEFORMAT_Ordini" << true;
+    QTest::newRow("another letter case") << "NSUBTABLEFORMAT_ORDINI" << true;
+    QTest::newRow("another flag") << "RSUBTABLEFORMAT_Ordini" << true;
+    QTest::newRow("a duplicate") << "NSUBTABLEFORMAT_Ordini_XMLTYX_2" << true;
+    QTest::newRow("a label that begins alike") << "NSUBTABLEFORMAT_OrdiniFORMAT_b" << true;
+    QTest::newRow("another label") << "NSUBTABLEFORMAT_Ordini2" << false;
+    QTest::newRow("another format") << "NSTRINGFORMAT_Ordini" << false;
+    QTest::newRow("a copy of such a field") << "Xa_XDTX_NSUBTABLEFORMAT_Ordini" << false;
+    QTest::newRow("nothing") << "" << false;
+}
+
+void TestSubTables::isSameField()
+{
+    QFETCH(QString, column);
+    const QString field = QStringLiteral("NSUBTABLEFORMAT_Ordini");
+    QTEST(SubTables::isSameField(column, field), "expected");
+    QTEST(SubTables::isSameField(field, column), "expected");
+    QVERIFY(!SubTables::isSameField(QString(), QString()));
 }
 
 void TestSubTables::belongsToConfiguration_data()

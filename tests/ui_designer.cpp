@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
 // The page where tables are designed and fields are added: what it asks, writes and refuses.
+#include "model/names.h"
 #include "model/sqlnames.h"
 #include "tests/support/DesignerPage.h"
 
@@ -126,6 +127,9 @@ private slots:
     void linkToHiddenTable();
     void linkTargets();
     void linkTargetsWithoutCurrentTable();
+    void linkTargetsOfOneOpening();
+    void linkToAnyTable_data();
+    void linkToAnyTable();
     void copiedField();
     void copiedFieldOfASubTable();
     void creationIsOneStep();
@@ -148,6 +152,12 @@ private slots:
     void refusedNewTable();
     void refusedFields_data();
     void refusedFields();
+    void unnamedSubTable_data();
+    void unnamedSubTable();
+    void emptySubTableIsSkipped();
+    void takenNames_data();
+    void takenNames();
+    void lostLinkIsRefused_data();
     void lostLinkIsRefused();
     void copiedFieldOfAnotherProgram();
     void tableOfAnotherProgram();
@@ -525,6 +535,66 @@ void Designer::linkTargetsWithoutCurrentTable()
     QCOMPARE(items(row, "cbExistList"), (QStringList{QStringLiteral("#a"), QStringLiteral("#b")}));
 }
 
+void Designer::linkTargetsOfOneOpening()
+{
+    // The rows of a page offer what was found when it was opened.
+    const Started program(
+        Library + QStringList{QStringLiteral("CREATE TABLE prestiti (RINTEGERFORMAT_Id "
+                                             "integer primary key,NLINKFORMAT_libri text)")});
+    const QStringList expected = {QString(), QStringLiteral("prestiti")};
+    DesignerPage::openNew(*program.window);
+    program.sql(QStringLiteral("ALTER TABLE autori ADD COLUMN NLINKFORMAT_libri text"));
+    DesignerPage::addAfter(*DesignerPage::rows(*program.window).first());
+    QCOMPARE(items(*DesignerPage::rows(*program.window).last(), "cbExistList2"), expected);
+    DesignerPage::openNew(*program.window);
+    QCOMPARE(items(*DesignerPage::rows(*program.window).first(), "cbExistList2"),
+             (QStringList{QString(), QStringLiteral("autori"), QStringLiteral("prestiti")}));
+}
+
+void Designer::linkToAnyTable_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("a name that holds the end of a format") << "aFORMAT_b"
+                                                           << "aFORMAT_b";
+    QTest::newRow("a number sign inside the name") << "CHIDDENTABLE_"
+                                                   << "C＃";
+    QTest::newRow("a full-width sign that was typed") << "l＇arte"
+                                                      << "l＇arte";
+    QTest::newRow("a word of SQL") << "order"
+                                   << "order";
+    QTest::newRow("the details of a hidden table, with signs in the title")
+        << "HIDDENTABLE_HIDDENTABLE_a_XSBTX_SUBTABLEFORMAT_f_XSBTUSRX_＃1－＞2"
+        << "＃＃a－＞＃1－＞2－＞f";
+}
+
+void Designer::linkToAnyTable()
+{
+    QFETCH(QString, table);
+    QFETCH(QString, label);
+    const Started program({QStringLiteral("CREATE TABLE \"%1\" (RINTEGERFORMAT_Id integer primary "
+                                          "key,RSTRINGFORMAT_Nota text)")
+                               .arg(table),
+                           QStringLiteral("INSERT INTO \"%1\" VALUES (4,'Spesa')").arg(table)});
+    // Whatever table the window has chosen, the new one shall lead to this.
+    program.window->changeTable(QString());
+    DesignerPage::openNew(*program.window);
+    DesignerPage::typeName(*program.window, QStringLiteral("libri"));
+    DesignerPage::add(*program.window, QStringLiteral("STRING"), QStringLiteral("Titolo"));
+    DesignerPage::fillLink(DesignerPage::nextRow(*program.window), Names::tableDisplayName(table));
+    const ModalResponder responder;
+    DesignerPage::accept(*program.window);
+    QCOMPARE(statement(program, QStringLiteral("libri")),
+             created(QStringLiteral("libri"),
+                     QStringLiteral("NSTRINGFORMAT_Titolo text,NLINKFORMAT_%1 text,"
+                                    "NLONGSTRINGFORMAT_UserPath ")
+                         .arg(label)));
+    program.window->changeTable(QStringLiteral("libri"));
+    EntryPage::openNew(*program.window);
+    const auto *const link = EntryPage::editors(*program.window).at(1);
+    QCOMPARE(items(*Window::get<QComboBox>(*link, "cboxData")).last(), QStringLiteral("4 Spesa"));
+}
+
 void Designer::copiedField()
 {
     const Started program(Library);
@@ -843,6 +913,8 @@ void Designer::refusedNewTable_data()
     label("a label that names the key", QStringLiteral("STRING"), QStringLiteral("id"), programs);
     label("a label that names the folder", QStringLiteral("STRING"), QStringLiteral("UserPath"),
           programs);
+    label("a label that is a format's word in small letters", QStringLiteral("STRING"),
+          QStringLiteral("linkformat"), programs);
     label("a text that would be written as a number", QStringLiteral("STRING"),
           QStringLiteral("REALE"), programs);
     label("a real number that would be written as a whole one", QStringLiteral("REAL"),
@@ -917,21 +989,139 @@ void Designer::refusedFields()
     QCOMPARE(program.here.read(Database), before);
 }
 
-void Designer::lostLinkIsRefused()
+void Designer::unnamedSubTable_data()
 {
-    // Its texts would be written as numbers, because the table's name becomes the field's.
-    const Started program({QStringLiteral("CREATE TABLE HIDDENTABLE_REALI (x)")});
+    QTest::addColumn<bool>("added");
+    QTest::newRow("of a new table") << false;
+    QTest::newRow("among added fields") << true;
+}
+
+void Designer::unnamedSubTable()
+{
+    // Its columns were filled in, so they are not dropped in silence.
+    QFETCH(bool, added);
+    const Started program(Library);
+    if (added) {
+        DesignerPage::openAdd(*program.window);
+    } else {
+        DesignerPage::openNew(*program.window);
+        DesignerPage::typeName(*program.window, QStringLiteral("soci"));
+    }
+    DesignerPage::addSubTable(*program.window, QString(),
+                              {QStringLiteral("STRING "), QStringLiteral("STRING Voce")});
+    const QByteArray before = program.here.read(Database);
+    const QStringList page = typed(*program.window);
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{(added ? AddRefused.arg(QString(), QStringLiteral("libri"))
+                                : CreateRefused.arg(QStringLiteral("soci"))) +
+                         QStringLiteral("Una riga non ha nome.")});
+    QVERIFY(DesignerPage::isOpen(*program.window));
+    QCOMPARE(typed(*program.window), page);
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::emptySubTableIsSkipped()
+{
+    const Started program(
+        Library + QStringList{QStringLiteral("CREATE TABLE prestiti (RINTEGERFORMAT_Id "
+                                             "integer primary key,NLINKFORMAT_libri text)")});
+    DesignerPage::openAdd(*program.window);
+    DesignerPage::addSubTable(*program.window, QString(),
+                              {QStringLiteral("STRING "), QStringLiteral("DATE ")});
+    // Columns out of sight, of a row that now leads nowhere, count for nothing.
+    const newTableElement &row =
+        DesignerPage::addSubTable(*program.window, QString(), {QStringLiteral("STRING Voce")});
+    DesignerPage::fillLink(row, QString());
+    const QByteArray before = program.here.read(Database);
+    const ModalResponder responder;
+    DesignerPage::accept(*program.window);
+    QVERIFY(!DesignerPage::isOpen(*program.window));
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::takenNames_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::newRow("two sub-tables with the label that the page gives") << "Nuovo Nome"
+                                                                       << "Nuovo Nome";
+    QTest::newRow("two sub-tables in other letters") << "Voci"
+                                                     << "VOCI";
+    QTest::newRow("two sub-tables whose labels are cut alike") << "Voci FORMAT_a"
+                                                               << "voci FORMAT_b";
+    QTest::newRow("two links in one sub-table") << "Voci"
+                                                << "";
+}
+
+void Designer::takenNames()
+{
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    const Started program({QStringLiteral("CREATE TABLE HIDDENTABLE_note (x)")});
     DesignerPage::openNew(*program.window);
     DesignerPage::typeName(*program.window, QStringLiteral("soci"));
-    DesignerPage::fillLink(DesignerPage::nextRow(*program.window), QStringLiteral("#REALI"));
+    const newTableElement &row = DesignerPage::addSubTable(
+        *program.window, first, {QStringLiteral("STRING Voce"), QStringLiteral("STRING Voce")});
+    QString taken = second;
+    if (second.isEmpty()) {
+        taken = QStringLiteral("#note");
+        DesignerPage::fillLink(*row.subRows().first(), taken);
+        DesignerPage::fillLink(*row.subRows().last(), taken);
+    } else {
+        DesignerPage::addSubTable(*program.window, second, {QStringLiteral("STRING Voce")});
+    }
     const QByteArray before = program.here.read(Database);
+    const QStringList page = typed(*program.window);
     ModalResponder responder;
     responder.answer(QMessageBox::Ok);
     DesignerPage::accept(*program.window);
     QCOMPARE(responder.takeTexts(),
              QStringList{CreateRefused.arg(QStringLiteral("soci")) +
-                         QStringLiteral("Il nome '#REALI' contiene una parola riservata al "
-                                        "programma.")});
+                         QStringLiteral("Il nome '%1' è già stato usato.").arg(taken)});
+    QVERIFY(DesignerPage::isOpen(*program.window));
+    QCOMPARE(typed(*program.window), page);
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void Designer::lostLinkIsRefused_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("reason");
+    const QString programs =
+        QStringLiteral("Il nome '%1' contiene una parola riservata al programma.");
+    QTest::newRow("a name whose texts would be written as numbers")
+        << "HIDDENTABLE_REALI" << programs;
+    QTest::newRow("a name that would lead to a hidden table") << "＃note" << programs;
+    QTest::newRow("a hidden name that would lead to a detail table")
+        << "HIDDENTABLE_a－＞b－＞c" << programs;
+    QTest::newRow("a name of another program")
+        << "l'arte"
+        << "Il nome '%1' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.";
+    QTest::newRow("a name with a blank")
+        << "le note"
+        << "Il nome '%1' contiene caratteri non ammessi: usare solo lettere, cifre e '_'.";
+}
+
+void Designer::lostLinkIsRefused()
+{
+    QFETCH(QString, table);
+    QFETCH(QString, reason);
+    const QString shown = Names::tableDisplayName(table);
+    const Started program({QStringLiteral("CREATE TABLE \"%1\" (x)").arg(table)});
+    program.window->changeTable(QString());
+    DesignerPage::openNew(*program.window);
+    DesignerPage::typeName(*program.window, QStringLiteral("soci"));
+    DesignerPage::fillLink(DesignerPage::nextRow(*program.window), shown);
+    const QByteArray before = program.here.read(Database);
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{CreateRefused.arg(QStringLiteral("soci")) + reason.arg(shown)});
+    QVERIFY(DesignerPage::isOpen(*program.window));
     QCOMPARE(program.here.read(Database), before);
 }
 

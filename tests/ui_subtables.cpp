@@ -12,6 +12,9 @@ const QString Prefix = QStringLiteral("HIDDENTABLE_Clienti_XSBTX_SUBTABLEFORMAT_
 const QString Detail =
     QStringLiteral("CREATE TABLE %1 (RINTEGERFORMAT_Id integer primary key,"
                    "NLONGSTRINGFORMAT_UserPath ,NSTRINGFORMAT_Articolo text,NDATEFORMAT_Data text");
+const QString AddRefused =
+    QStringLiteral("ERRORE: Impossibile aggiungere il campo %1 alla tabella %2!\n");
+const QString Taken = QStringLiteral("Il nome '%1' è già stato usato.");
 const QStringList Configured = {
     QStringLiteral("Clienti_Ordini|NLONGSTRINGFORMAT_UserPath|"),
     QStringLiteral("Clienti_Ordini_XSBCONFX_1|NSTRINGFORMAT_Articolo|text"),
@@ -91,7 +94,19 @@ private slots:
     void addedFieldToATableOfAnOlderFile();
     void noSubTableInASubTable();
     void takenNumberIsRefused();
-    void equalFieldsAreConfiguredOnce();
+    void equalFieldIsRefused_data();
+    void equalFieldIsRefused();
+    void addedLabelInOtherLetters();
+    void designedLabelsInOtherLetters();
+    void addedLinkThatIsThere_data();
+    void addedLinkThatIsThere();
+    void fieldsOfAnAffectedFile();
+    void titlesThatOnlyDifferUnseen();
+    void tableOfAnotherProgram_data();
+    void tableOfAnotherProgram();
+    void newTableIsListed_data();
+    void newTableIsListed();
+    void failedTableIsNotListed();
 };
 
 void SubTablesPages::designedThenOpened()
@@ -128,6 +143,10 @@ void SubTablesPages::titles_data()
                                            << "a_XSBTUSRX_b";
     QTest::newRow("placeholders") << "100%s %1"
                                   << "100％s_％1";
+    QTest::newRow("joined signs") << QStringLiteral("👨\u200d👩\u200d👧") << QStringLiteral("👨👩👧");
+    QTest::newRow("a soft hyphen and a control character")
+        << QStringLiteral("co\u00adop\u0001") << "coop";
+    QTest::newRow("a title that nobody sees") << QStringLiteral("\u200b\u2060") << "";
 }
 
 void SubTablesPages::titles()
@@ -330,29 +349,201 @@ void SubTablesPages::takenNumberIsRefused()
     QVERIFY(!DesignerPage::isOpen(*program.window));
 }
 
-void SubTablesPages::equalFieldsAreConfiguredOnce()
+void SubTablesPages::equalFieldIsRefused_data()
 {
+    QTest::addColumn<QString>("label");
+    QTest::newRow("the same label") << "Ordini";
+    QTest::newRow("another letter case") << "ORDINI";
+}
+
+void SubTablesPages::equalFieldIsRefused()
+{
+    // Both fields of a record would open one table.
+    QFETCH(QString, label);
     const Customers program({QStringLiteral("Rossi")});
     DesignerPage::openAdd(*program.window);
-    DesignerPage::addSubTable(
-        *program.window, Ordini,
-        {QStringLiteral("STRING Altro"), QStringLiteral("DATE Data"), QStringLiteral("URL Sito")});
+    DesignerPage::addSubTable(*program.window, label, {QStringLiteral("STRING Altro")});
+    const QByteArray before = program.here.read(Database);
     ModalResponder responder;
-    for (int i = 0; i < 3; ++i) {
-        responder.answer(QMessageBox::Ok);
-    }
+    responder.answer(QMessageBox::Ok);
     DesignerPage::accept(*program.window);
-    const QString message = QStringLiteral("ERRORE: L'identificativo '%1' esiste già nella "
-                                           "tabella subtablesconfigs.\n");
     QCOMPARE(responder.takeTexts(),
-             (QStringList{message.arg(QStringLiteral("Clienti_Ordini")),
-                          message.arg(QStringLiteral("Clienti_Ordini_XSBCONFX_1")),
-                          message.arg(QStringLiteral("Clienti_Ordini_XSBCONFX_2"))}));
-    QCOMPARE(program.configurations(),
-             Configured +
-                 QStringList{QStringLiteral("Clienti_Ordini_XSBCONFX_3|NURLFORMAT_Sito|text")});
-    QVERIFY(program.statement(QStringLiteral("Clienti"))
-                .endsWith(QStringLiteral(", NSUBTABLEFORMAT_Ordini_XMLTYX_2 text)")));
+             QStringList{AddRefused.arg(label, QStringLiteral("Clienti")) + Taken.arg(label)});
+    QVERIFY(DesignerPage::isOpen(*program.window));
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void SubTablesPages::addedLabelInOtherLetters()
+{
+    // To SQLite both are one name, so the second has a number in every table.
+    const ModalResponder responder;
+    const Customers program({QStringLiteral("Bianchi"), QStringLiteral("Rossi")});
+    program.openOrders(0);
+    DesignerPage::openAdd(*program.window);
+    DesignerPage::add(*program.window, QStringLiteral("STRING"), QStringLiteral("ARTICOLO"));
+    DesignerPage::accept(*program.window);
+    const QString first = Prefix + QStringLiteral("Bianchi");
+    QCOMPARE(program.statement(first),
+             Detail.arg(first) + QStringLiteral(", NSTRINGFORMAT_ARTICOLO_XMLTYX_2 text)"));
+    program.openOrders(1);
+    const QString second = Prefix + QStringLiteral("Rossi");
+    QCOMPARE(program.statement(second),
+             Detail.arg(second) + QStringLiteral(",NSTRINGFORMAT_ARTICOLO_XMLTYX_2 text)"));
+}
+
+void SubTablesPages::designedLabelsInOtherLetters()
+{
+    const ModalResponder responder;
+    const Customers program({QStringLiteral("Rossi")},
+                            {QStringLiteral("STRING Nota"), QStringLiteral("STRING nota"),
+                             QStringLiteral("STRING Nota")});
+    program.openOrders(0);
+    const QString table = Prefix + QStringLiteral("Rossi");
+    QCOMPARE(program.statement(table),
+             QStringLiteral("CREATE TABLE %1 (RINTEGERFORMAT_Id integer primary key,"
+                            "NLONGSTRINGFORMAT_UserPath ,NSTRINGFORMAT_Nota text,"
+                            "NSTRINGFORMAT_nota_XMLTYX_2 text,NSTRINGFORMAT_Nota_XMLTYX_3 text)")
+                 .arg(table));
+}
+
+void SubTablesPages::addedLinkThatIsThere_data()
+{
+    QTest::addColumn<bool>("there");
+    QTest::newRow("twice on the page") << false;
+    QTest::newRow("in the table already") << true;
+}
+
+void SubTablesPages::addedLinkThatIsThere()
+{
+    QFETCH(bool, there);
+    ModalResponder responder;
+    const Customers program({QStringLiteral("Rossi")});
+    program.openOrders(0);
+    const QString table = Prefix + QStringLiteral("Rossi");
+    // Only tables that name the current one in a column can be linked to.
+    program.sql(
+        QStringLiteral("ALTER TABLE altri ADD COLUMN X%1_XDTX_NSTRINGFORMAT_a Integer").arg(table));
+    const auto addLink = [&program] {
+        DesignerPage::fillLink(DesignerPage::nextRow(*program.window), QStringLiteral("altri"));
+    };
+    DesignerPage::openAdd(*program.window);
+    addLink();
+    if (there) {
+        DesignerPage::accept(*program.window);
+        DesignerPage::openAdd(*program.window);
+    }
+    addLink();
+    const QByteArray before = program.here.read(Database);
+    responder.answer(QMessageBox::Ok);
+    DesignerPage::accept(*program.window);
+    QCOMPARE(responder.takeTexts(),
+             QStringList{AddRefused.arg(QStringLiteral("altri"),
+                                        QStringLiteral("#Clienti->Rossi->Ordini")) +
+                         Taken.arg(QStringLiteral("altri"))});
+    QVERIFY(DesignerPage::isOpen(*program.window));
+    QCOMPARE(program.here.read(Database), before);
+}
+
+void SubTablesPages::fieldsOfAnAffectedFile()
+{
+    // Written down before such fields were refused.
+    const ModalResponder responder;
+    const Customers program({QStringLiteral("Rossi")});
+    const QString row = QStringLiteral("INSERT INTO subtablesconfigs VALUES (%1,"
+                                       "'Clienti_Ordini_XSBCONFX_%1','%2','text')");
+    program.sql(row.arg(QStringLiteral("4"), QStringLiteral("NLINKFORMAT_altri")));
+    program.sql(row.arg(QStringLiteral("5"), QStringLiteral("NSTRINGFORMAT_articolo")));
+    program.sql(row.arg(QStringLiteral("6"), QStringLiteral("NLINKFORMAT_altri")));
+    program.openOrders(0);
+    const QString table = Prefix + QStringLiteral("Rossi");
+    QCOMPARE(program.statement(table),
+             Detail.arg(table) +
+                 QStringLiteral(",NLINKFORMAT_altri text,NSTRINGFORMAT_articolo_XMLTYX_2 text)"));
+}
+
+void SubTablesPages::titlesThatOnlyDifferUnseen()
+{
+    const ModalResponder responder;
+    const Customers program({QStringLiteral("Rossi"), QStringLiteral("Ros\u200bsi")});
+    program.openOrders(0);
+    program.addOrder(QStringLiteral("Lampada"));
+    program.openOrders(1);
+    QCOMPARE(program.details(), QStringList{Prefix + QStringLiteral("Rossi")});
+    QCOMPARE(Window::shownText(*program.window, QStringLiteral("Articolo")),
+             QStringLiteral("Lampada"));
+}
+
+void SubTablesPages::tableOfAnotherProgram_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::newRow("a name with an apostrophe") << "D'Amico";
+    QTest::newRow("a name with a soft hyphen") << QStringLiteral("co\u00adop");
+}
+
+void SubTablesPages::tableOfAnotherProgram()
+{
+    // The records that are there are shown, instead of a new table without any.
+    QFETCH(QString, title);
+    const ModalResponder responder;
+    const Customers program({title});
+    const QString table = QLatin1Char('"') + Prefix + title + QLatin1Char('"');
+    program.sql(QStringLiteral("CREATE TABLE %1 (RINTEGERFORMAT_Id integer primary key,"
+                               "NLONGSTRINGFORMAT_UserPath,NSTRINGFORMAT_Articolo text)")
+                    .arg(table));
+    program.sql(QStringLiteral("INSERT INTO %1 VALUES (1,'','Lampada')").arg(table));
+    program.openOrders(0);
+    QCOMPARE(program.details(), QStringList{Prefix + title});
+    QCOMPARE(Window::shownText(*program.window, QStringLiteral("Articolo")),
+             QStringLiteral("Lampada"));
+}
+
+void SubTablesPages::newTableIsListed_data()
+{
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("no button while hidden tables are not shown") << false;
+    QTest::newRow("a button while they are") << true;
+}
+
+void SubTablesPages::newTableIsListed()
+{
+    QFETCH(bool, shown);
+    const ModalResponder responder;
+    const Customers program({QStringLiteral("Rossi")});
+    if (shown) {
+        program.window->administratorModeEnabled(true);
+        Window::action(*program.window, "actionShow_Hidden_Tables")->trigger();
+    }
+    QStringList expected = Window::tables(*program.window);
+    const QString table = QStringLiteral("#Clienti->Rossi->Ordini");
+    if (shown) {
+        expected.append(table);
+    }
+    program.openOrders(0);
+    QCOMPARE(Window::tables(*program.window), expected);
+    // Opened again, it stays the one.
+    program.openOrders(0);
+    QCOMPARE(Window::tables(*program.window), expected);
+    // Its fields can be copied.
+    DesignerPage::openNew(*program.window);
+    auto *const sources =
+        Window::get<QComboBox>(*DesignerPage::rows(*program.window).first(), "cbExistList");
+    QCOMPARE(sources->itemText(sources->count() - 1), table);
+}
+
+void SubTablesPages::failedTableIsNotListed()
+{
+    const Customers program({QStringLiteral("Rossi")});
+    program.window->administratorModeEnabled(true);
+    Window::action(*program.window, "actionShow_Hidden_Tables")->trigger();
+    const QStringList expected = Window::tables(*program.window);
+    program.sql(QStringLiteral("UPDATE subtablesconfigs SET NSTRINGFORMAT_subConfigFieldName = "
+                               "'NSTRINGFORMAT_l''ora' WHERE RINTEGERFORMAT_Id = 2"));
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    program.openOrders(0);
+    QCOMPARE(responder.boxes().size(), 1);
+    QVERIFY(program.details().isEmpty());
+    QCOMPARE(Window::tables(*program.window), expected);
 }
 
 QTEST_MAIN(SubTablesPages)

@@ -43,6 +43,7 @@ private slots:
     void aSubTableKeepsItsRequiredMark();
     void describesLinks_data();
     void describesLinks();
+    void isASubTableUntilItBecomesAnotherThing();
     void describesCopiedFields_data();
     void describesCopiedFields();
     void copiesNothingFromATableWithoutFields();
@@ -446,6 +447,21 @@ void TestNewTableElement::describesLinks()
     QCOMPARE(row.columnDefinition(), ColumnDefinition(name, type));
     QVERIFY(row.kind() == kind);
     QCOMPARE(row.typedLabel(), kind == Kind::Typed ? label : QString());
+    QCOMPARE(row.linkPlace(), target - 1);
+}
+
+void TestNewTableElement::isASubTableUntilItBecomesAnotherThing()
+{
+    newTableElement row;
+    QVERIFY(!row.isSubTable());
+    chooseType(row, QStringLiteral("SUBTABLE"));
+    nameLine(row)->clear();
+    QVERIFY(row.isSubTable());
+    check(row, "cbFromTable")->click();
+    QVERIFY(!row.isSubTable());
+    check(row, "cbFromTable")->click();
+    chooseType(row, QStringLiteral("LINK"));
+    QVERIFY(!row.isSubTable());
 }
 
 void TestNewTableElement::describesCopiedFields_data()

@@ -212,6 +212,17 @@ QString newTableElement::typedLabel() const
     return kind() == Kind::Typed ? ui->leName->text() : QString();
 }
 
+bool newTableElement::isSubTable() const
+{
+    return !ui->cbFromTable->isChecked() &&
+           ui->cbType->currentText() == Names::formatWord(Formats::SubTable);
+}
+
+int newTableElement::linkPlace() const
+{
+    return ui->cbExistList2->currentIndex() - 1; // the first item leads nowhere
+}
+
 ColumnDefinition newTableElement::columnDefinition() const
 {
     const int type = ui->cbType->currentIndex();

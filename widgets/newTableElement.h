@@ -74,6 +74,13 @@ public:
     /// The label exactly as typed; empty unless kind() is Typed.
     QString typedLabel() const;
 
+    /// True when the row is a SUBTABLE one, with or without a label.
+    bool isSubTable() const;
+
+    /// Which of the offered tables to link to is chosen, by its place in the list last given, the
+    /// program's own not counted; -1 for none.
+    int linkPlace() const;
+
     /// The rows of the sub-table, in order. A row that left SUBTABLE for LINK keeps them unseen.
     const QList<newTableElement *> &subRows() const { return subElements; }
 
