@@ -11,9 +11,10 @@ export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen
 build_and_test() {
     local preset=$1
     echo "== $preset"
-    cmake --preset "$preset"
+    # Nobody debugs what was built only to be tested once.
+    cmake --preset "$preset" ${CI:+-DCMAKE_CXX_FLAGS_DEBUG=-g1}
     cmake --build --preset "$preset"
-    ctest --preset "$preset" --output-on-failure --no-tests=error -j2
+    ctest --preset "$preset" --output-on-failure --no-tests=error -j2 --label-exclude 'plain only'
 }
 
 groups=(build test)

@@ -199,7 +199,7 @@ void EntryRoundTrip::generatedRecordsKeepTheirBytes_data()
 void EntryRoundTrip::generatedRecordsKeepTheirBytes()
 {
     QFETCH(quint32, start);
-    constexpr int Records = 35;
+    constexpr int Records = 15;
     constexpr int Savings = 3;
     const Started program(Library);
     program.here.write(QStringLiteral("l'été; %s.pdf"), "%PDF-1.4");
@@ -231,7 +231,7 @@ void EntryRoundTrip::touchedFieldsKeepTheirBytes()
     const Started program(Library);
     program.here.write(QStringLiteral("l'été; %s.pdf"), "%PDF-1.4");
     QRandomGenerator dice(7);
-    for (int number = 1; number <= 25; ++number) {
+    for (int number = 1; number <= 12; ++number) {
         EntryPage::openNew(*program.window);
         fillAtRandom(program, dice, number);
         EntryPage::save(*program.window);
