@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
 // Measured operations: filters.
-#include "bench/floors.h"
 #include "bench/collection.h"
+#include "bench/floors.h"
 #include "bench/openwindow.h"
 #include "model/filters.h"
 #include "widgets/inputDataForm.h"
+
+#include <QCoreApplication>
 
 namespace
 {
