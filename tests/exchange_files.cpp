@@ -21,7 +21,7 @@
 namespace
 {
 
-constexpr quint32 Seed = 20240229;
+constexpr quint32 Start = 20240229;
 
 QString text(const char *utf8)
 {
@@ -36,11 +36,11 @@ qint64 rounds(int usual)
 }
 
 // The number that generated inputs come from; the same in every run unless another is asked for.
-quint32 seed()
+quint32 start()
 {
     bool isGiven = false;
-    const quint32 given = qEnvironmentVariable("TAVENOR_FUZZ_SEED").toUInt(&isGiven);
-    return isGiven ? given : Seed;
+    const quint32 given = qEnvironmentVariable("TAVENOR_FUZZ_START").toUInt(&isGiven);
+    return isGiven ? given : Start;
 }
 
 // The rule for the pairs of a line, step by step and as slow as it reads.
@@ -241,7 +241,7 @@ void ExchangeFiles::pairsOfALine()
 
 void ExchangeFiles::pairsAreThoseOfTheSlowRule()
 {
-    QRandomGenerator random(seed());
+    QRandomGenerator random(start());
     for (qint64 i = rounds(100000); i > 0; --i) {
         const QString line = madeLine(random);
         QVERIFY2(XmfFile::pairs(line) == slowPairs(line), qPrintable(line));
@@ -327,7 +327,7 @@ void ExchangeFiles::linesThatAreNoRecords()
 
 void ExchangeFiles::mutatedFilesAreReadToTheirEnd()
 {
-    QRandomGenerator random(seed());
+    QRandomGenerator random(start());
     const QByteArray good = "libri\nRINTEGERFORMAT_Id###1###RSTRINGFORMAT_Titolo###Zeno###\n"
                             "RINTEGERFORMAT_Id###2###RSTRINGFORMAT_Titolo######\n";
     for (qint64 i = rounds(50000); i > 0; --i) {
@@ -436,7 +436,7 @@ void ExchangeFiles::structuresThatCannotBe()
 
 void ExchangeFiles::mutatedStructures()
 {
-    QRandomGenerator random(seed());
+    QRandomGenerator random(start());
     const QByteArray good = "DB_DATA/a.png\nRSTRINGFORMAT_Titolo###text\nNDATEFORMAT_x###text\n";
     for (qint64 i = rounds(50000); i > 0; --i) {
         QByteArray bytes = good;

@@ -19,7 +19,7 @@
 namespace
 {
 
-constexpr quint32 Seed = 20250712;
+constexpr quint32 Start = 20250712;
 constexpr int LongestTableName = 100;
 constexpr int LongestLabel = 200;
 
@@ -270,8 +270,8 @@ QStringList rowsAsImported(const Workspace &here, const QString &database, const
 class NameMaker
 {
 public:
-    explicit NameMaker(quint32 seed)
-        : random(seed)
+    explicit NameMaker(quint32 start)
+        : random(start)
     {
     }
 
@@ -549,7 +549,7 @@ void RoundTrip::takenNamesSurvive_data()
     QTest::addColumn<QString>("label");
     const QStringList types =
         text("STRING MAIL URL INTEGER REAL MONEY DATE BOOL").split(QLatin1Char(' '));
-    NameMaker names(Seed);
+    NameMaker names(Start);
     int count = 0;
     const auto row = [&](const QString &table, const QString &title, const QString &label) {
         const QString &type = types.at(count++ % types.size());
@@ -637,7 +637,7 @@ void RoundTrip::refusedNamesLeaveTheFile()
 {
     const EntryPage::Started program(Others);
     Tavenor &window = *program.window;
-    NameMaker names(Seed + 1);
+    NameMaker names(Start + 1);
     const QString longTable = names.filled(text("t"), LongestTableName + 1);
     const QString longLabel = names.filled(text("l"), LongestLabel + 1);
     const QString tooLong = text("Il nome '%1' è troppo lungo.");

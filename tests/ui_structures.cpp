@@ -567,8 +567,8 @@ namespace
 class Generator
 {
 public:
-    explicit Generator(quint32 seed)
-        : random(seed)
+    explicit Generator(quint32 start)
+        : random(start)
     {
     }
 
