@@ -4,7 +4,6 @@
 #include "app/Tavenor.h"
 
 #include "app/buttontexts.h"
-#include "app/ownedwidgets.h"
 #include "app/pageforms.h"
 #include "app/tavenor_progress.h"
 #include "model/calculator.h"
@@ -14,6 +13,7 @@
 #include "ui_Tavenor.h"
 #include "widgets/calcForm.h"
 #include "widgets/figures.h"
+#include "widgets/ownedwidgets.h"
 
 #include <QScrollBar>
 #include <QShortcut>

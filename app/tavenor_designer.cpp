@@ -3,7 +3,6 @@
 // Main window: the page on which tables are designed and fields added to them.
 #include "app/Tavenor.h"
 
-#include "app/ownedwidgets.h"
 #include "app/pageforms.h"
 #include "model/formats.h"
 #include "model/markers.h"
@@ -14,6 +13,7 @@
 #include "ui_Tavenor.h"
 #include "widgets/icons.h"
 #include "widgets/newTableElement.h"
+#include "widgets/ownedwidgets.h"
 
 #include <algorithm>
 

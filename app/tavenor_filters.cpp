@@ -4,7 +4,6 @@
 #include "app/Tavenor.h"
 
 #include "app/buttontexts.h"
-#include "app/ownedwidgets.h"
 #include "app/pageforms.h"
 #include "app/recordchoices.h"
 #include "app/tableicons.h"
@@ -21,6 +20,7 @@
 #include "widgets/chooseNameForm.h"
 #include "widgets/icons.h"
 #include "widgets/inputDataForm.h"
+#include "widgets/ownedwidgets.h"
 
 #include <QComboBox>
 #include <QKeyEvent>

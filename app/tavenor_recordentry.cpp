@@ -4,7 +4,6 @@
 #include "app/Tavenor.h"
 
 #include "app/buttontexts.h"
-#include "app/ownedwidgets.h"
 #include "app/pageforms.h"
 #include "app/recordchoices.h"
 #include "model/formats.h"
@@ -13,6 +12,7 @@
 #include "model/values.h"
 #include "ui_Tavenor.h"
 #include "widgets/inputDataForm.h"
+#include "widgets/ownedwidgets.h"
 
 #include <QScrollBar>
 #include <QShortcut>

@@ -3,7 +3,6 @@
 // Main window: the record shown, field by field.
 #include "app/Tavenor.h"
 
-#include "app/ownedwidgets.h"
 #include "app/pageforms.h"
 #include "app/buttontexts.h"
 #include "model/formats.h"
@@ -13,6 +12,7 @@
 #include "model/values.h"
 #include "ui_Tavenor.h"
 #include "widgets/outputDataForm.h"
+#include "widgets/ownedwidgets.h"
 
 namespace
 {

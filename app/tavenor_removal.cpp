@@ -3,7 +3,6 @@
 // Main window: removing a table with everything that belongs to it.
 #include "app/Tavenor.h"
 
-#include "app/ownedwidgets.h"
 #include "model/columns.h"
 #include "model/formats.h"
 #include "model/markers.h"
@@ -15,6 +14,7 @@
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/ownedwidgets.h"
 
 #include <algorithm>
 

@@ -4,7 +4,6 @@
 #include "app/Tavenor.h"
 
 #include "app/databasepath.h"
-#include "app/ownedwidgets.h"
 #include "app/tableicons.h"
 #include "model/attachments.h"
 #include "model/markers.h"
@@ -13,6 +12,7 @@
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/ownedwidgets.h"
 
 #include <QFile>
 #include <QFileDialog>
