@@ -275,11 +275,13 @@ private:
     void clearRecordView();
     /// Shows the record `currentId` again, or nothing when the list is empty.
     void showCurrentRecord();
-    outputDataForm *makeField(int id, const QString &table, const QString &title);
-    void fillReference(outputDataForm *form, const QString &column, const QVariant &stored);
+    /// The field of the record that is shown for this column; null for one that is not shown.
+    outputDataForm *makeField(const QString &column, const QVariant &value);
+    outputDataForm *makeReference(const QString &column, const QVariant &stored);
+    outputDataForm *makeLink(const QString &column, const QVariant &value);
     QVariant linkValueOf(int id, const QString &column, const QVariant &stored);
-    void fillLink(outputDataForm *form, const QString &column, const QVariant &value);
-    void placeField(outputDataForm *form, const QString &column, const QVariant &value);
+    /// Puts the fields that were made on the page.
+    void showFields();
 
     // Record entry
     void setRecordEntryTexts();
@@ -557,7 +559,8 @@ private:
     std::unique_ptr<chooseNameForm> nameForm;
     AboutForm *aboutForm = nullptr;
     bool operationRunning = false;
-    int reachedPercent = 0;
+    int reached = 0;
+    int toReach = 0;
     QElapsedTimer sincePaint;
     QElapsedTimer sinceStart;
 };

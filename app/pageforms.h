@@ -3,6 +3,7 @@
 // Fields stacked on a page: labels in one column, keyboard order.
 #pragma once
 
+#include <QLayout>
 #include <QList>
 #include <QWidget>
 
@@ -31,6 +32,28 @@ void alignLabels(const QList<Form *> &forms)
         form->setLabelWidth(width);
     }
 }
+
+/// Scope object: a page arranges its forms once, at the end, and not again for each form that
+/// is added to it.
+class LayoutPause
+{
+public:
+    explicit LayoutPause(const QWidget *page)
+        : layout(page->layout())
+    {
+        layout->setEnabled(false);
+    }
+    ~LayoutPause()
+    {
+        layout->setEnabled(true);
+        layout->activate();
+    }
+    LayoutPause(const LayoutPause &) = delete;
+    LayoutPause &operator=(const LayoutPause &) = delete;
+
+private:
+    QLayout *const layout;
+};
 
 /// The last control inside `form` that the Tab key reaches; the form itself when there is none.
 inline QWidget *lastTabStop(QWidget *form)

@@ -110,15 +110,17 @@ void Tavenor::askName(const QString &suggestion, void (Tavenor::*continuation)()
 
 void Tavenor::updateProgress(int done, int total)
 {
-    reachedPercent = Values::percent(done, total);
+    reached = done;
+    toReach = total;
     if (operationRunning && sincePaint.elapsed() < PaintEveryMilliseconds) {
         return;
     }
-    progressForm->setProgressValue(reachedPercent);
+    progressForm->setProgressValue(Values::percent(reached, toReach));
     const bool offScreen = progressForm->testAttribute(Qt::WA_DontShowOnScreen);
     if (operationRunning && offScreen && sinceStart.elapsed() > ShowAfterMilliseconds) {
         progressForm->hide();
         progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);
+        progressForm->setUpdatesEnabled(true);
         progressForm->show();
     }
     QEventLoop().processEvents();
@@ -133,7 +135,7 @@ void Tavenor::updateValueProgress(qint64 done, qint64 total)
 
 void Tavenor::prepareProgress(const QString &title, const QString &text)
 {
-    reachedPercent = 0;
+    reached = 0;
     progressForm->setProgressValue(0);
     progressForm->setProgressText(text);
     progressForm->setTitle(title);
@@ -155,6 +157,8 @@ Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString
     owner.progressForm->setHeld(true);
     placeOver(owner, *owner.progressForm);
     owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, true);
+    // A bar paints itself at every new value, also where nobody sees it.
+    owner.progressForm->setUpdatesEnabled(false);
     owner.progressForm->show();
 }
 
@@ -167,7 +171,8 @@ Tavenor::Progress::~Progress()
     owner.progressForm->setHeld(false);
     owner.progressForm->hide();
     owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);
-    owner.progressForm->setProgressValue(owner.reachedPercent);
+    owner.progressForm->setUpdatesEnabled(true);
+    owner.progressForm->setProgressValue(Values::percent(owner.reached, owner.toReach));
     if (leftUp) {
         owner.progressForm->show();
     }

@@ -52,7 +52,7 @@ void Tavenor::enableTechMod()
     rebuildTableList();
     showSystemConditions();
     // The Id and the attachment folder of the record are shown in this mode only.
-    if (!viewWidgets.isEmpty()) {
+    if (!listLines.isEmpty() || !viewWidgets.isEmpty()) {
         buildRecordView(currentId, currentTable);
     }
 }

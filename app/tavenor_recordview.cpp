@@ -117,40 +117,48 @@ void Tavenor::buildRecordView(int id, const QString &table)
     const QSqlRecord record = db->recordById(table, id);
     const QString title = DataBase::recordValue(record, columns.value(1)).toString();
     for (const QString &column : columns) {
-        outputDataForm *const form = makeField(id, table, title);
         const QVariant stored = DataBase::recordValue(record, column);
+        outputDataForm *form = nullptr;
         if (Columns::isReference(column)) {
-            fillReference(form, column, stored);
+            form = makeReference(column, stored);
         } else if (containsFormat(column, Formats::Link)) {
-            fillLink(form, column, linkValueOf(id, column, stored));
+            form = makeLink(column, linkValueOf(id, column, stored));
         } else {
-            placeField(form, column, stored);
+            form = makeField(column, stored);
+        }
+        if (form != nullptr) {
+            form->setRecordId(id);
+            form->setOwnerTable(table);
+            form->setRecordTitle(title);
         }
     }
+    showFields();
+}
+
+void Tavenor::showFields()
+{
+    const LayoutPause pause(ui->datiContents);
+    for (outputDataForm *const form : qAsConst(viewWidgets)) {
+        ui->datiLayout->addWidget(form);
+    }
     alignLabels(viewWidgets);
+    for (outputDataForm *const form : qAsConst(viewWidgets)) {
+        form->show();
+    }
     ui->datiScroll->ensureVisible(0, 0);
 }
 
-outputDataForm *Tavenor::makeField(int id, const QString &table, const QString &title)
-{
-    auto *const form = new outputDataForm;
-    viewWidgets.append(form);
-    form->setRecordId(id);
-    form->setOwnerTable(table);
-    form->setRecordTitle(title);
-    connect(form, &outputDataForm::goToList, this, &Tavenor::goToRequest);
-    connect(form, &outputDataForm::goToSubList, this, &Tavenor::goToSubTableRequest);
-    connect(form, &outputDataForm::goToFilter, this, &Tavenor::callFilter);
-    return form;
-}
-
-void Tavenor::fillReference(outputDataForm *form, const QString &column, const QVariant &stored)
+outputDataForm *Tavenor::makeReference(const QString &column, const QVariant &stored)
 {
     const Columns::Reference reference = Columns::reference(column);
     const int linkedId = Values::wholePart(stored);
-    form->setLinkTarget(reference.table, linkedId);
-    form->setXViewVisible(db->fieldNames(reference.table).size() > ColumnsOfATitleList);
-    placeField(form, column, db->fieldValueById(reference.table, linkedId, reference.field));
+    outputDataForm *const form =
+        makeField(column, db->fieldValueById(reference.table, linkedId, reference.field));
+    if (form != nullptr) {
+        form->setLinkTarget(reference.table, linkedId);
+        form->setXViewVisible(db->fieldNames(reference.table).size() > ColumnsOfATitleList);
+    }
+    return form;
 }
 
 QVariant Tavenor::linkValueOf(int id, const QString &column, const QVariant &stored)
@@ -172,10 +180,15 @@ QVariant Tavenor::linkValueOf(int id, const QString &column, const QVariant &sto
     return target;
 }
 
-void Tavenor::fillLink(outputDataForm *form, const QString &column, const QVariant &value)
+outputDataForm *Tavenor::makeLink(const QString &column, const QVariant &value)
 {
     const QString target = Columns::linkTarget(column);
     const QString text = value.toString();
+    linkFields.append({text, target});
+    outputDataForm *const form = makeField(column, value);
+    if (form == nullptr) {
+        return nullptr;
+    }
     const int linkedId = text.section(QLatin1Char(' '), 0, 0).toInt();
     const bool leadsToRecord = text.contains(QLatin1Char(' ')) && linkedId > 0 &&
                                db->tableExists(target) && db->idExists(target, linkedId);
@@ -183,26 +196,27 @@ void Tavenor::fillLink(outputDataForm *form, const QString &column, const QVaria
         form->setLinkTarget(target, linkedId);
         form->setXViewVisible(true);
     }
-    linkFields.append({text, target});
-    placeField(form, column, value);
     if (linkedTable(text).isEmpty()) {
         // There is nothing to go to; what is stored can still be read.
         form->setValue(Names::formatWord(Formats::String), value);
     }
+    return form;
 }
 
-void Tavenor::placeField(outputDataForm *form, const QString &column, const QVariant &value)
+outputDataForm *Tavenor::makeField(const QString &column, const QVariant &value)
 {
-    const bool alwaysPlaced = containsFormat(column, Formats::SubTable);
-    if (value.toString().isEmpty() && !alwaysPlaced) {
-        return;
+    const bool alwaysShown = containsFormat(column, Formats::SubTable);
+    const bool isHidden = !advancedMode && Columns::isSystemLabel(Columns::label(column));
+    if (isHidden || (value.toString().isEmpty() && !alwaysShown)) {
+        return nullptr;
     }
+    auto *const form = new outputDataForm;
+    viewWidgets.append(form);
     form->setTitle(true, Columns::shownName(column));
     form->setBasePath(databaseFolder);
     form->setValue(Columns::formatWord(column), value);
-    if (!advancedMode && Columns::isSystemLabel(Columns::label(column))) {
-        return;
-    }
-    ui->datiLayout->addWidget(form);
-    form->show();
+    connect(form, &outputDataForm::goToList, this, &Tavenor::goToRequest);
+    connect(form, &outputDataForm::goToSubList, this, &Tavenor::goToSubTableRequest);
+    connect(form, &outputDataForm::goToFilter, this, &Tavenor::callFilter);
+    return form;
 }

@@ -102,6 +102,12 @@ void TestRecordLines::listLine_data()
     QTest::newRow("a NUL cuts the line")
         << QString(QStringLiteral("uno") + QChar(0) + "due") << "uno";
     QTest::newRow("nothing before a NUL") << QString(QChar(0) + QStringLiteral("due")) << "----";
+    QTest::newRow("half a character is replaced")
+        << QString(QStringLiteral("uno") + QChar(0xd83c)) << "uno?";
+    QTest::newRow("a byte order mark in front goes")
+        << QString(QChar(QChar::ByteOrderMark) + QStringLiteral("uno")) << "uno";
+    QTest::newRow("nothing but a byte order mark")
+        << QString(QChar(QChar::ByteOrderMark)) << "----";
 }
 
 void TestRecordLines::listLine()

@@ -275,6 +275,10 @@ void outputDataForm::showPdf(const QString &path)
 
 void outputDataForm::showAddress(const QString &address)
 {
+    // Markup costs a text document, which most fields of a page never need.
+    ui->lbUrl->setTextFormat(Qt::RichText);
+    ui->lbUrl->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse |
+                                       Qt::LinksAccessibleByKeyboard);
     ui->lbUrl->setText(Addresses::linkMarkup(address));
     PlainToolTip::set(ui->lbUrl, address);
     ui->lbUrl->show();
