@@ -507,13 +507,7 @@ void Tavenor::removeFilters(
             names.append(name);
         }
     }
-    db->inOneStep([this, &ids] {
-        bool removed = true;
-        for (const int id : ids) {
-            removed = db->deleteRecord(Markers::FiltersTable, id) && removed;
-        }
-        return removed;
-    });
+    db->inOneStep([this, &ids] { return db->deleteRecords(Markers::FiltersTable, ids); });
     if (db->isQuiet()) {
         // Part of a larger step that may still be undone; who runs it shows what came of it.
         return;

@@ -123,18 +123,16 @@ void Tavenor::removeConfigurations(const QStringList &bases)
             return SubTables::belongsToConfiguration(name, base);
         });
     };
-    for (const int id : idsOfRows(Markers::SubTablesConfigsTable,
-                                  ReservedTables::SubTablesConfigs::Name, belongs)) {
-        db->deleteRecord(Markers::SubTablesConfigsTable, id);
-    }
+    db->deleteRecords(
+        Markers::SubTablesConfigsTable,
+        idsOfRows(Markers::SubTablesConfigsTable, ReservedTables::SubTablesConfigs::Name, belongs));
 }
 
 void Tavenor::removeSettingsOf(const QString &table)
 {
-    for (const int id : idsOfRows(Markers::SettingsTable, ReservedTables::Settings::TableName,
-                                  [&table](const QString &name) { return name == table; })) {
-        db->deleteRecord(Markers::SettingsTable, id);
-    }
+    db->deleteRecords(Markers::SettingsTable,
+                      idsOfRows(Markers::SettingsTable, ReservedTables::Settings::TableName,
+                                [&table](const QString &name) { return name == table; }));
 }
 
 void Tavenor::removeFromTableList(const QString &table)

@@ -100,6 +100,9 @@ public:
     bool updateField(const QString &table, int id, const QString &field, const QString &value);
     /// Removes one record. Shows a message on failure.
     bool deleteRecord(const QString &table, int id);
+    /// Removes these records, in few statements where nothing fails. Shows a message for each
+    /// that cannot be removed.
+    bool deleteRecords(const QString &table, const QVector<int> &ids);
     /// Removes the table. Shows a message on failure.
     bool dropTable(const QString &table);
     /// Removes every record of the table. Shows a message on failure.

@@ -19,6 +19,8 @@ namespace
 {
 
 constexpr qint64 LargestPossibleId = std::numeric_limits<int>::max();
+// Far below the longest statement that SQLite takes.
+constexpr int IdsOfAStatement = 10000;
 
 int fittingId(qint64 id)
 {
@@ -345,4 +347,24 @@ bool DataBase::updateWhole(const QString &table, int id, const FieldPairs &value
 bool DataBase::deleteRecord(const QString &table, int id)
 {
     return change(SqlText::refusal({table}), SqlText::deleteById(table, id), deleteFailed);
+}
+
+bool DataBase::deleteRecords(const QString &table, const QVector<int> &ids)
+{
+    if (!quiet) {
+        bool removed = true;
+        for (const int id : ids) {
+            removed = deleteRecord(table, id) && removed;
+        }
+        return removed;
+    }
+    // If one of them cannot be removed, each is tried again for itself.
+    const QString refusal = SqlText::refusal({table});
+    for (int start = 0; start < ids.size(); start += IdsOfAStatement) {
+        const QVector<int> part = ids.mid(start, IdsOfAStatement);
+        if (!change(refusal, SqlText::deleteByIds(table, part), {})) {
+            return false;
+        }
+    }
+    return true;
 }

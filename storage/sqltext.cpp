@@ -273,6 +273,18 @@ QString deleteById(const QString &table, int id)
                              Markers::IdColumn.data(), id);
 }
 
+QString deleteByIds(const QString &table, const QVector<int> &ids)
+{
+    QStringList numbers;
+    numbers.reserve(ids.size());
+    for (const int id : ids) {
+        numbers.append(QString::number(id));
+    }
+    return QString::asprintf("DELETE FROM %s WHERE %s IN (%s)", qUtf8Printable(table),
+                             Markers::IdColumn.data(),
+                             qUtf8Printable(numbers.join(QLatin1Char(','))));
+}
+
 QString schemaVersion()
 {
     return QStringLiteral("PRAGMA schema_version");

@@ -59,6 +59,8 @@ QString insert(const QString &table, const QStringList &fields, int id,
 QString update(const QString &table, int id, const FieldPairs &values);
 /// Removes the row with this Id.
 QString deleteById(const QString &table, int id);
+/// Removes the rows with these Ids.
+QString deleteByIds(const QString &table, const QVector<int> &ids);
 
 /// The statements of insert() for many records of one table. What is the same in all of them is
 /// composed once.

@@ -52,6 +52,8 @@ private slots:
     void insideAnotherTransactionTheCommandsRunOnce();
     void theNextStepStartsAfresh();
     void tablesAreMadeAndRemovedInOneStep();
+    void severalRecordsAreRemovedTogether();
+    void eachRecordThatStaysIsTold();
     void aWalkMayStandOpen();
 
     void aTransactionRollsBackAtTheEndOfItsScope();
@@ -361,6 +363,34 @@ void TestOneStep::tablesAreMadeAndRemovedInOneStep()
     }));
     QCOMPARE(db->tables(), QStringList(text("T")));
     QCOMPARE(Sql::table(text("T")), QStringList(text("1|'x'|'0'")));
+}
+
+void TestOneStep::severalRecordsAreRemovedTogether()
+{
+    const ModalResponder responder;
+    for (const char *const title : {"a", "b", "c", "d"}) {
+        add(text(title));
+    }
+    QVERIFY(db->inOneStep([&] { return db->deleteRecords(Books, {1, 3, 9}); }));
+    QCOMPARE(seenByOthers(), QStringList({text("b"), text("d")}));
+    QVERIFY(db->deleteRecords(Books, {2}));
+    QVERIFY(db->inOneStep([&] { return db->deleteRecords(Books, {}); }));
+    QCOMPARE(seenByOthers(), QStringList(text("d")));
+}
+
+void TestOneStep::eachRecordThatStaysIsTold()
+{
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    for (const char *const title : {"a", "b", "c"}) {
+        add(text(title));
+    }
+    QVERIFY(Sql::run(text("CREATE TRIGGER keeps BEFORE DELETE ON libri WHEN "
+                          "old.RINTEGERFORMAT_Id = 2 BEGIN SELECT RAISE(ABORT,'kept'); END")));
+    QVERIFY(!db->inOneStep([&] { return db->deleteRecords(Books, {1, 2, 3}); }));
+    QCOMPARE(responder.takeTexts(), QStringList(text("ERRORE: Impossibile cancellare il record!\n"
+                                                     "kept Unable to fetch row")));
+    QCOMPARE(seenByOthers(), QStringList(text("b")));
 }
 
 void TestOneStep::aWalkMayStandOpen()

@@ -99,6 +99,8 @@ void TestSqlText::statements_data()
     row("cleared table", SqlText::clearTable(text("T")), "DELETE FROM T");
     row("removed row", SqlText::deleteById(text("T"), 7),
         "DELETE FROM T WHERE RINTEGERFORMAT_Id = 7");
+    row("removed rows", SqlText::deleteByIds(text("T"), {7, 2, 9}),
+        "DELETE FROM T WHERE RINTEGERFORMAT_Id IN (7,2,9)");
     row("several fields", SqlText::update(text("T"), 3, {{text("a"), text("x")}, {text("b"), {}}}),
         "UPDATE T SET a = 'x',b = '' WHERE RINTEGERFORMAT_Id = 3");
     row("head of the file", SqlText::schemaVersion(), "PRAGMA schema_version");
