@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
 // A program that is killed while it writes leaves everything as it was or as it was to be.
-#include "tests/faults/tools/child.h"
-#include "tests/faults/tools/faultio.h"
-#include "tests/faults/tools/scenarios.h"
+#include "tests/faults/tools/trial.h"
 #include "tests/support/Campaign.h"
 
 #include <QApplication>
@@ -31,39 +29,6 @@ const QVector<int> PageSizes = {4096, 1024, 512};
 // One start in so many is that of a second copy.
 constexpr int ReadOnlyEvery = 4;
 
-struct Run {
-    Child::Ended ended;
-    long calls = 0;
-};
-
-// Does the scenario in a child that ends as planned.
-Run runOnce(const Workspace &here, const Scenario &scenario, const FaultIo::Plan &plan)
-{
-    Run run;
-    run.ended = Child::run([&] {
-        long calls = 0;
-        const std::string folder = here.path().toStdString();
-        Scenarios::Stage stage(
-            here, [&] { FaultIo::arm(folder, plan); }, [&] { calls = FaultIo::disarm(); });
-        scenario.run(stage);
-        return QStringList(QString::number(calls)) + stage.said() + stage.answers().told();
-    });
-    run.calls = run.ended.said.value(0).toLong();
-    return run;
-}
-
-// Numbers from 1 to `last`, at most `most` of them, spread evenly with a start of their own.
-QVector<long> spread(long last, int most, quint32 start)
-{
-    QVector<long> numbers;
-    const double step = qMax(1.0, double(last) / most);
-    const double offset = step > 1.0 ? start % 1000 / 1000.0 * step : 0.0;
-    for (double at = offset; at < last; at += step) {
-        numbers.append(long(at) + 1);
-    }
-    return numbers;
-}
-
 } // namespace
 
 class Kill : public QObject
@@ -76,16 +41,7 @@ private slots:
     void everyMomentLeavesOldOrNew();
 
 private:
-    // What one scenario is compared with.
-    struct Ground {
-        Scenarios::Files files;
-        Scenarios::State before;
-        Scenarios::State after;
-        QStringList linesBefore;
-        QStringList linesAfter;
-    };
-    static Ground prepare(const Workspace &here, const Scenario &scenario, int pageSize);
-    static QString faultAt(const Workspace &here, const Scenario &scenario, const Ground &ground,
+    static QString faultAt(const Workspace &here, const Scenario &scenario, const Trial::Ground &ground,
                            const FaultIo::Plan &plan);
 };
 
@@ -94,28 +50,14 @@ void Kill::initTestCase()
     FaultIo::skipSynchronisation();
 }
 
-Kill::Ground Kill::prepare(const Workspace &here, const Scenario &scenario, int pageSize)
-{
-    Scenarios::makeCollection(here, pageSize);
-    Ground ground;
-    ground.files = Scenarios::filesOf(here);
-    ground.before = Scenarios::stateOf(here);
-    ground.linesBefore = Scenarios::linesAfterStart(here);
-    Scenarios::restore(here, ground.files);
-    runOnce(here, scenario, {});
-    ground.after = Scenarios::stateOf(here);
-    ground.linesAfter = Scenarios::linesAfterStart(here);
-    return ground;
-}
-
 // What is wrong with what is left when the program ends as planned; empty when nothing is.
-QString Kill::faultAt(const Workspace &here, const Scenario &scenario, const Ground &ground,
+QString Kill::faultAt(const Workspace &here, const Scenario &scenario, const Trial::Ground &ground,
                       const FaultIo::Plan &plan)
 {
     Scenarios::restore(here, ground.files);
-    const Run run = runOnce(here, scenario, plan);
-    if (run.ended.signal != SIGKILL) {
-        return QStringLiteral("ended by signal %1").arg(run.ended.signal);
+    const Trial::Run run = Trial::once(here, scenario, plan);
+    if (run.signal != SIGKILL) {
+        return QStringLiteral("ended by signal %1").arg(run.signal);
     }
     const Scenarios::State left = Scenarios::stateOf(here);
     const QString fault = Scenarios::faultOf(left, ground.before, ground.after, true);
@@ -133,10 +75,7 @@ QString Kill::faultAt(const Workspace &here, const Scenario &scenario, const Gro
 
 void Kill::everyMomentLeavesOldOrNew_data()
 {
-    QTest::addColumn<int>("index");
-    for (int index = 0; index < Scenarios::all().size(); ++index) {
-        QTest::newRow(Scenarios::all().at(index).name) << index;
-    }
+    Trial::addScenarioRows();
 }
 
 void Kill::everyMomentLeavesOldOrNew()
@@ -148,17 +87,17 @@ void Kill::everyMomentLeavesOldOrNew()
     const int pageSizes = Campaign::cases(1, PageSizes.size());
     for (int size = 0; size < pageSizes; ++size) {
         const Workspace here;
-        const Ground ground = prepare(here, scenario, PageSizes.at(size));
+        const Trial::Ground ground = Trial::prepare(here, scenario, PageSizes.at(size));
         QCOMPARE(ground.before.databases.first().first(), QStringLiteral("ok"));
         QVERIFY(ground.before.databases != ground.after.databases ||
                 ground.before.files != ground.after.files);
         for (const Moment &moment : Moments) {
             Scenarios::restore(here, ground.files);
             // Counted in a run that nothing ends.
-            const Run whole = runOnce(here, scenario, {moment.act, 0, 0});
+            const Trial::Run whole = Trial::once(here, scenario, {moment.act, 0, 0});
             QVERIFY2(whole.calls > 1, "the program is not watched");
-            const int most = Campaign::cases(1, 60);
-            for (const long at : spread(whole.calls, most, Campaign::start() + quint32(size))) {
+            const int most = Campaign::cases(1, 34);
+            for (const int at : Trial::spread(whole.calls, most, Campaign::start() + quint32(size))) {
                 const QString fault = faultAt(here, scenario, ground, {moment.act, at, 0});
                 ++cases;
                 if (!fault.isEmpty()) {
