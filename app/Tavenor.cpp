@@ -3,12 +3,14 @@
 // Main window: construction, look, texts and connections of all pages.
 #include "app/Tavenor.h"
 
+#include "app/firstsize.h"
 #include "app/workingfiles.h"
 #include "ui_Tavenor.h"
 #include "widgets/AboutForm.h"
 #include "widgets/ListButtonForm.h"
 #include "widgets/calcForm.h"
 #include "widgets/chooseNameForm.h"
+#include "widgets/icons.h"
 #include "widgets/inputDataForm.h"
 #include "widgets/newTableElement.h"
 #include "widgets/outputDataForm.h"
@@ -55,6 +57,7 @@ Tavenor::Tavenor(QWidget *parent)
     makeDialogs();
     makeSecondDoor();
     makeModeMarks();
+    Icons::fitToGround(*this);
     connectDatabase();
     connectActions();
     connectTables();
@@ -118,15 +121,21 @@ void Tavenor::setLook()
     }
     setCalculatorLook();
     ui->userListWidget->setSpacing(1);
-    ui->userSearchEdit->addAction(QIcon(QStringLiteral(":/searchIcon")),
-                                  QLineEdit::LeadingPosition);
-    ui->mainSplitter->setStretchFactor(1, 1);
-    ui->mainSplitter->setSizes({220, 960});
-    ui->recordSplitter->setStretchFactor(1, 1);
-    ui->recordSplitter->setSizes({280, 680});
+    // The buttons beside the name stay where they are while it is hidden.
+    QSizePolicy keptRoom = ui->lbListName->sizePolicy();
+    keptRoom.setRetainSizeWhenHidden(true);
+    ui->lbListName->setSizePolicy(keptRoom);
 
-    const QSize available = QGuiApplication::primaryScreen()->availableSize();
-    resize(QSize(1180, 760).boundedTo(available * 0.92));
+    // A record is read like a card, on the ground of the list beside it.
+    ui->datiScroll->setBackgroundRole(QPalette::Base);
+    ui->datiContents->setBackgroundRole(QPalette::Base);
+    ui->datiContents->setForegroundRole(QPalette::Text);
+
+    resize(FirstSize::window(QGuiApplication::primaryScreen()->availableSize()));
+    ui->mainSplitter->setStretchFactor(1, 1);
+    ui->mainSplitter->setSizes(FirstSize::panelAndPages(width()));
+    ui->recordSplitter->setStretchFactor(1, 1);
+    ui->recordSplitter->setSizes(FirstSize::listAndRecord(width()));
 }
 
 void Tavenor::closeEvent(QCloseEvent *event)

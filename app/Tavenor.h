@@ -21,6 +21,8 @@
 #include <functional>
 #include <memory>
 
+class QLabel;
+
 class AboutForm;
 class ListButtonForm;
 struct RecordListContent;
@@ -259,6 +261,8 @@ private:
     void clearRecordList();
     /// Says in an empty list why it is empty and what to do next.
     void explainEmptyList(bool tableWasRead);
+    /// The commands that lead to a first table, for one who has none.
+    QStringList waysToATable() const;
     /// The row of the line that opens record `id`; -1 when it has no line.
     int rowOfRecord(int id) const;
     /// The Id that the line at `row` opens; 0 for a line that opens none.
@@ -318,6 +322,8 @@ private:
     void setDesignerTexts();
     void connectDesigner();
     void showDesigner();
+    /// Shows the current table's icon and name above the pages, but not over a new table's.
+    void updateTableHead();
     void putHeadBeforeRows();
     /// Adds a row that asks for one more column, the sub-tables of sub-tables left out.
     newTableElement *appendFieldRow();
@@ -366,6 +372,10 @@ private:
     void addFilterButton(const QString &table, const QString &filterName, const QIcon &icon);
     void setActiveFilterName(const QString &filterName);
     void showLed(bool on);
+    /// Says in the empty panel of saved filters how to make one.
+    void explainEmptyFilters();
+    /// Marks the condition in force that no other precedes: its joining word does not count.
+    void markFirstCondition();
     /// Drops all conditions and their page, also those of a database that was open before.
     void forgetFilters();
     void buildFilterPage();
@@ -491,9 +501,9 @@ private:
     QList<QAction *> secondDoor;
     QAction *techModDoor = nullptr;
     QAction *showListAction = nullptr;
-    QAction *readOnlyMark = nullptr;
-    QAction *administratorMark = nullptr;
-    QAction *advancedMark = nullptr;
+    QLabel *readOnlyMark = nullptr;
+    QLabel *administratorMark = nullptr;
+    QLabel *advancedMark = nullptr;
 
     // Table list
     QStringList allTables;

@@ -41,5 +41,5 @@ QIcon TableIcons::icon(const QString &table) const
     if (!Attachments::isInside(folder, path)) {
         return QIcon();
     }
-    return QIcon(ImageScaling::preview(folder + path, LargestIcon));
+    return QIcon(ImageScaling::smoothPreview(folder + path, LargestIcon));
 }

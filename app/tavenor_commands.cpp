@@ -4,7 +4,9 @@
 #include "app/Tavenor.h"
 
 #include "ui_Tavenor.h"
+#include "widgets/icons.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 
 namespace
@@ -170,23 +172,26 @@ void Tavenor::makeSecondDoor()
 void Tavenor::makeModeMarks()
 {
     showListAction =
-        new QAction(QIcon(QStringLiteral(":/panelIcon")), QStringLiteral("Tabelle"), this);
+        new QAction(Icons::shared(QStringLiteral(":/panelIcon")), QStringLiteral("Tabelle"), this);
     showListAction->setCheckable(true);
     showListAction->setChecked(true);
     ui->mainToolBar->addSeparator();
     ui->mainToolBar->addAction(showListAction);
     connect(showListAction, &QAction::triggered, this, &Tavenor::hideShowList);
 
-    auto *const space = new QWidget(ui->mainToolBar);
-    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    ui->mainToolBar->addWidget(space);
-    const auto addMark = [this](const QString &text) {
-        auto *const mark = new QLabel(text, ui->mainToolBar);
+    auto *const marks = new QWidget(ui->mainToolBar);
+    auto *const row = new QHBoxLayout(marks);
+    row->setContentsMargins(8, 0, 8, 0);
+    row->setSpacing(8);
+    row->addStretch();
+    ui->mainToolBar->addWidget(marks);
+    const auto addMark = [marks, row](const QString &text) {
+        auto *const mark = new QLabel(text, marks);
         mark->setFrameShape(QFrame::StyledPanel);
         mark->setMargin(4);
-        QAction *const place = ui->mainToolBar->addWidget(mark);
-        place->setVisible(false);
-        return place;
+        mark->hide();
+        row->addWidget(mark);
+        return mark;
     };
     administratorMark = addMark(ui->actionAdministrator_Mode->text());
     advancedMark = addMark(ui->actionTech_Mod->text());

@@ -114,6 +114,7 @@ void Tavenor::setDatabase(bool skipLock)
         setReadOnly(true);
     }
     updateCommands();
+    explainEmptyFilters();
     rebuildTableList();
     showFirstTable();
     if (!db->isOpen()) {

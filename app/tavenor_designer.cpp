@@ -161,6 +161,7 @@ void Tavenor::connectDesigner()
         if (page != DesignerPage) {
             clearDesignerRows();
         }
+        updateTableHead();
     });
 }
 
@@ -201,11 +202,19 @@ void Tavenor::showDesigner()
     ui->cbHiddenTable->setChecked(false);
     ui->cbHiddenTable->setVisible(!addingFields);
     ui->stPages->setCurrentIndex(DesignerPage);
+    updateTableHead();
     // Once for all rows: each table is asked for its columns.
     designerTargets = linkTargets();
     // The entry page is left for good, if it was open.
     clearInputPage();
     putHeadBeforeRows();
+}
+
+void Tavenor::updateTableHead()
+{
+    const bool ofTable = addingFields || ui->stPages->currentIndex() != DesignerPage;
+    ui->lbListIcon->setVisible(ofTable);
+    ui->lbListName->setVisible(ofTable);
 }
 
 // Rows come last in the keyboard's order, wherever the rest of the page stands in it.

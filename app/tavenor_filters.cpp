@@ -8,6 +8,7 @@
 #include "app/recordchoices.h"
 #include "app/tableicons.h"
 #include "app/tavenor_progress.h"
+#include "model/columns.h"
 #include "model/formats.h"
 #include "model/markers.h"
 #include "model/names.h"
@@ -133,6 +134,26 @@ void Tavenor::showLed(bool on)
                                               : QStringLiteral("spento"));
 }
 
+void Tavenor::explainEmptyFilters()
+{
+    QStringList ways;
+    if (!readOnly) {
+        ways.append(ui->pbFilter->text() + QStringLiteral(" › ") + ui->pbNewFilter->text());
+    }
+    ui->filtersContents->setPlaceholder(
+        {Icons::shared(QStringLiteral(":/filterIcon")), QString(), ways});
+}
+
+void Tavenor::markFirstCondition()
+{
+    bool isFirst = true;
+    for (inputDataForm *const widget : qAsConst(filterWidgets)) {
+        const bool counts = widget->isActive() && !Columns::isSystemLabel(widget->label());
+        widget->setJoins(!(counts && isFirst));
+        isFirst = isFirst && !counts;
+    }
+}
+
 void Tavenor::forgetFilters()
 {
     retireWidgets(ui->filterDataLayout, filterWidgets);
@@ -161,6 +182,7 @@ inputDataForm *Tavenor::makeCondition(const QString &column)
     auto *const widget = new inputDataForm;
     filterWidgets.append(widget);
     widget->setFilterRole(true);
+    connect(widget, &inputDataForm::activeChanged, this, &Tavenor::markFirstCondition);
     widget->setLabel(Columns::shownName(column));
     widget->setColumnName(column);
     widget->setValue(Filters::comparedFormat(column), QVariant());

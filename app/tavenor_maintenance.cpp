@@ -35,6 +35,9 @@ void Tavenor::administratorModeEnabled(bool on)
         ui->actionTech_Mod->setVisible(false);
     }
     updateCommands();
+    if (db && currentTable.isEmpty()) {
+        explainEmptyList(false);
+    }
 }
 
 void Tavenor::enableTechMod()

@@ -9,6 +9,8 @@
 #include "model/recordlines.h"
 #include "storage/RowPass.h"
 #include "ui_Tavenor.h"
+#include "widgets/ListButtonForm.h"
+#include "widgets/icons.h"
 #include "widgets/outputDataForm.h"
 
 #include <QSignalBlocker>
@@ -99,17 +101,36 @@ RecordListContent Tavenor::readRecordList(const QString &table)
 void Tavenor::explainEmptyList(bool tableWasRead)
 {
     if (currentTable.isEmpty()) {
-        ui->userListWidget->setPlaceholder(
-            QStringLiteral("Nessuna Tabella Caricata!"),
-            {QStringLiteral("File › Apri Db"),
-             QStringLiteral("Opzioni › Modo Amministratore, poi File › Nuovo Db")});
+        ui->userListWidget->setPlaceholder(QStringLiteral("Nessuna Tabella Caricata!"),
+                                           waysToATable(),
+                                           Icons::shared(QStringLiteral(":/listIcon")));
     } else if (tableWasRead) {
-        ui->userListWidget->setPlaceholder(RecordLines::countText(0),
-                                           readOnly ? QStringList()
-                                                    : QStringList{ui->pbNewUser->toolTip()});
+        const bool filtered = !listedConditions.isEmpty();
+        ui->userListWidget->setPlaceholder(
+            RecordLines::countText(0),
+            readOnly || filtered ? QStringList() : QStringList{ui->pbNewUser->toolTip()},
+            filtered ? Icons::shared(QStringLiteral(":/filterIcon")) : tableIcon(currentTable));
     } else {
         ui->userListWidget->setPlaceholder(QString(), {});
     }
+}
+
+QStringList Tavenor::waysToATable() const
+{
+    if (!db->isOpen()) {
+        return {QStringLiteral("File › Apri Db"),
+                QStringLiteral("Opzioni › Modo Amministratore, poi File › Nuovo Db")};
+    }
+    if (!listButtons.isEmpty()) {
+        return {showListAction->text() + QStringLiteral(" › ") +
+                Names::tableDisplayName(listButtons.first()->tableName())};
+    }
+    if (readOnly) {
+        return {};
+    }
+    return {administratorMode ? QStringLiteral("Opzioni › Crea Tabella")
+                              : QStringLiteral("Opzioni › Modo Amministratore, "
+                                               "poi Opzioni › Crea Tabella")};
 }
 
 void Tavenor::clearRecordList()
@@ -119,6 +140,7 @@ void Tavenor::clearRecordList()
     lineIds.clear();
     // Matches found in lines that are gone lead nowhere.
     searchResults.clear();
+    ui->userSearchEdit->setNoMatch(QString());
     const QSignalBlocker quiet(ui->userListWidget);
     ui->userListWidget->clear();
 }
@@ -161,6 +183,7 @@ void Tavenor::showFirstRecord()
 void Tavenor::userSearch(QString userName)
 {
     if (userName.length() < ShortestSearch) {
+        ui->userSearchEdit->setNoMatch(QString());
         return;
     }
     searchResults.clear();
@@ -169,6 +192,7 @@ void Tavenor::userSearch(QString userName)
             searchResults.append(row);
         }
     }
+    ui->userSearchEdit->setNoMatch(searchResults.isEmpty() ? RecordLines::countText(0) : QString());
     showSearchResult(0);
 }
 

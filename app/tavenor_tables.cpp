@@ -60,6 +60,9 @@ void Tavenor::fillTableList()
         }
     }
     markCurrentTable();
+    if (currentTable.isEmpty()) {
+        explainEmptyList(false);
+    }
 }
 
 void Tavenor::rebuildTableList()
@@ -83,6 +86,9 @@ void Tavenor::addToTableList(const QString &table, bool listed)
     allTables.append(table);
     if (listed) {
         addTableButton(table, tableIcon(table));
+    }
+    if (currentTable.isEmpty()) {
+        explainEmptyList(false);
     }
 }
 

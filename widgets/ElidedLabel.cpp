@@ -3,9 +3,13 @@
 // A label on one line that shortens its text only when it paints it.
 #include "widgets/ElidedLabel.h"
 
+#include "widgets/plaintooltip.h"
+
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QStyle>
 #include <QStylePainter>
+#include <QToolTip>
 
 namespace
 {
@@ -25,6 +29,21 @@ QSize ElidedLabel::minimumSizeHint() const
     const int letters = fontMetrics().averageCharWidth() * LeastLetters;
     const int frame = width() - contentsRect().width();
     return QSize(letters + frame, QLabel::minimumSizeHint().height());
+}
+
+bool ElidedLabel::isElided() const
+{
+    return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+}
+
+bool ElidedLabel::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isElided()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           PlainToolTip::markupFor(text()), this);
+        return true;
+    }
+    return QLabel::event(event);
 }
 
 void ElidedLabel::paintEvent(QPaintEvent *)

@@ -3,43 +3,10 @@
 // The list of records, with a word of its own while it is empty.
 #include "widgets/RecordListWidget.h"
 
-#include <QPainter>
+#include "widgets/plaintooltip.h"
 
-namespace
-{
-
-constexpr int Inset = 16;
-constexpr int GapBelowText = 12;
-constexpr int GapBelowHint = 6;
-constexpr double HintScale = 0.85;
-
-/// One wrapped, centred piece of the placeholder.
-struct Paragraph {
-    QString text;
-    QFont font;
-    int height = 0;
-    int gap = 0;
-};
-
-constexpr int Flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
-
-Paragraph paragraph(const QString &text, const QFont &font, int width, int gap)
-{
-    const QRect room(0, 0, width, QWIDGETSIZE_MAX);
-    return {text, font, QFontMetrics(font).boundingRect(room, Flags, text).height(), gap};
-}
-
-QFont hintFont(QFont font)
-{
-    if (font.pointSizeF() > 0) {
-        font.setPointSizeF(font.pointSizeF() * HintScale);
-    } else {
-        font.setPixelSize(qRound(font.pixelSize() * HintScale));
-    }
-    return font;
-}
-
-} // namespace
+#include <QHelpEvent>
+#include <QToolTip>
 
 RecordListWidget::RecordListWidget(QWidget *parent)
     : QListWidget(parent)
@@ -56,18 +23,23 @@ RecordListWidget::~RecordListWidget()
     disconnect(model(), nullptr, this, nullptr);
 }
 
-void RecordListWidget::setPlaceholder(const QString &text, const QStringList &hints)
+void RecordListWidget::setPlaceholder(const QString &text, const QStringList &hints,
+                                      const QIcon &picture)
 {
-    placeholderText = text;
-    placeholderHints = hints;
+    placeholder = {picture, text, hints};
     describePlaceholder();
     viewport()->update();
 }
 
+QString RecordListWidget::hiddenText(const QModelIndex &index) const
+{
+    const bool fits = sizeHintForIndex(index).width() <= visualRect(index).width();
+    return fits ? QString() : index.data().toString();
+}
+
 void RecordListWidget::describePlaceholder()
 {
-    const QStringList all = QStringList(placeholderText) + placeholderHints;
-    const QString description = count() == 0 ? all.join(QLatin1Char('\n')) : QString();
+    const QString description = count() == 0 ? placeholder.description() : QString();
     if (description != accessibleDescription()) {
         setAccessibleDescription(description);
     }
@@ -76,31 +48,24 @@ void RecordListWidget::describePlaceholder()
 void RecordListWidget::paintEvent(QPaintEvent *event)
 {
     QListWidget::paintEvent(event);
-    if (count() == 0 && !placeholderText.isEmpty()) {
-        paintPlaceholder();
+    if (count() == 0 && !placeholder.text.isEmpty()) {
+        placeholder.paint(viewport(), viewport()->rect());
     }
 }
 
-void RecordListWidget::paintPlaceholder()
+bool RecordListWidget::viewportEvent(QEvent *event)
 {
-    const QRect room = viewport()->rect().adjusted(Inset, 0, -Inset, 0);
-    QVector<Paragraph> paragraphs = {
-        paragraph(placeholderText, font(), room.width(), GapBelowText)};
-    for (const QString &hint : qAsConst(placeholderHints)) {
-        paragraphs.append(paragraph(hint, hintFont(font()), room.width(), GapBelowHint));
+    if (event->type() != QEvent::ToolTip) {
+        return QListWidget::viewportEvent(event);
     }
-    paragraphs.last().gap = 0;
-    int height = 0;
-    for (const Paragraph &part : qAsConst(paragraphs)) {
-        height += part.height + part.gap;
+    const auto *const help = static_cast<QHelpEvent *>(event);
+    const QModelIndex index = indexAt(help->pos());
+    const QString hidden = index.isValid() ? hiddenText(index) : QString();
+    if (hidden.isEmpty()) {
+        QToolTip::hideText();
+    } else {
+        QToolTip::showText(help->globalPos(), PlainToolTip::markupFor(hidden), viewport(),
+                           visualRect(index));
     }
-
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    int top = qMax(Inset, (room.height() - height) / 2);
-    for (const Paragraph &part : qAsConst(paragraphs)) {
-        painter.setFont(part.font);
-        painter.drawText(QRect(room.left(), top, room.width(), part.height), Flags, part.text);
-        top += part.height + part.gap;
-    }
+    return true;
 }

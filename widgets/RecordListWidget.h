@@ -3,11 +3,14 @@
 // The list of records, with a word of its own while it is empty.
 #pragma once
 
+#include "widgets/placeholder.h"
+
 #include <QListWidget>
 #include <QStringList>
 
 /// A list that says why it is empty, and what can be done about it, in the place where its
-/// lines would stand. Screen readers hear the same as the list's description.
+/// lines would stand. Screen readers hear the same as the list's description. A line that is
+/// cut short tells its whole text to a pointer that rests on it.
 class RecordListWidget : public QListWidget
 {
     Q_OBJECT
@@ -17,16 +20,19 @@ public:
     ~RecordListWidget() override;
 
     /// What stands in the empty list: `text`, and in smaller type one line for each of
-    /// `hints`. An empty text shows nothing.
-    void setPlaceholder(const QString &text, const QStringList &hints);
+    /// `hints`, under a picture when one is given. An empty text shows nothing.
+    void setPlaceholder(const QString &text, const QStringList &hints,
+                        const QIcon &picture = QIcon());
+
+    /// The whole text of the line at `index` when it does not fit, else nothing.
+    QString hiddenText(const QModelIndex &index) const;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
 
 private:
     void describePlaceholder();
-    void paintPlaceholder();
 
-    QString placeholderText;
-    QStringList placeholderHints;
+    Placeholder placeholder;
 };

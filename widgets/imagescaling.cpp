@@ -93,6 +93,20 @@ QPixmap ImageScaling::preview(const QString &path, const QSize &box)
     return size.isValid() ? readFitted(reader, size, box) : QPixmap();
 }
 
+QPixmap ImageScaling::smoothPreview(const QString &path, const QSize &box)
+{
+    const QSize size = box.isEmpty() ? QSize() : headerSize(path);
+    if (!size.isValid()) {
+        return QPixmap();
+    }
+    QImageReader reader(path);
+    if (pixels(size) > MostPixelsDecodedWhole) {
+        return readFitted(reader, size, box);
+    }
+    return QPixmap::fromImage(
+        reader.read().scaled(fittedSize(size, box), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+}
+
 QPixmap ImageScaling::recordPreview(const QString &path)
 {
     if (!isRegularFile(path)) {

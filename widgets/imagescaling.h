@@ -27,6 +27,9 @@ QPixmap load(const QString &path);
 /// takes a fraction of the time and of the memory that the whole picture would need.
 QPixmap preview(const QString &path, const QSize &box);
 
+/// preview() by the smooth method: for drawings, whose lines would come out jagged.
+QPixmap smoothPreview(const QString &path, const QSize &box);
+
 /// The picture as the record view shows it: preview() in the previewBox() of its size.
 QPixmap recordPreview(const QString &path);
 

@@ -110,6 +110,10 @@ public:
     bool isActive() const { return active; }
     void setActive(bool on);
 
+    /// Whether there is a condition before this one that the joining word joins it to; pales the
+    /// word otherwise. It can be chosen all the same.
+    void setJoins(bool on);
+
     /// The field no longer takes part and has no condition; its value stays.
     void clearCondition();
 
@@ -152,6 +156,8 @@ public:
 signals:
     /// A person changed the value. Filling the editor does not send this.
     void touched();
+    /// The field begins or ceases to take part in the filter.
+    void activeChanged();
 
 public slots:
     void viewImageBox();
@@ -176,6 +182,7 @@ private:
 
     void connectEditors();
     void connectConditions();
+    void showEmphasis();
     void alignFirstLines();
     void nameControls();
 
@@ -217,6 +224,7 @@ private:
     bool isFilling = false;
     bool isChanged = false;
     bool active = false;
+    bool joins = true;
     bool isCondition = false;
     bool followsLink = false;
 

@@ -106,11 +106,27 @@ void inputDataForm::setConditionName(const QString &name)
 
 void inputDataForm::setActive(bool on)
 {
+    const bool changes = active != on;
     active = on;
     ui->activeMark->setAutoFillBackground(on);
     update();
+    showEmphasis();
+    if (changes) {
+        emit activeChanged();
+    }
+}
+
+void inputDataForm::setJoins(bool on)
+{
+    joins = on;
+    showEmphasis();
+}
+
+void inputDataForm::showEmphasis()
+{
     for (SwitchButton *button : switches()) {
-        button->setEmphasis(on);
+        const bool isWord = button == ui->pbAnd || button == ui->pbOr;
+        button->setEmphasis(active && (joins || !isWord));
     }
 }
 
