@@ -57,7 +57,6 @@ Tavenor::Tavenor(QWidget *parent)
     makeModeMarks();
     connectDatabase();
     connectActions();
-    connectTables();
     connectRecordList();
     connectRecordView();
     connectRecordEntry();
@@ -69,6 +68,9 @@ Tavenor::Tavenor(QWidget *parent)
     connectXmf();
     connectTsc();
     connectReadable();
+    connectKeyboard();
+    connectMenus();
+    setAcceptDrops(true);
     setReadOnly(false);
     administratorModeEnabled(false);
 

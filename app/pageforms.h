@@ -32,6 +32,16 @@ void alignLabels(const QList<Form *> &forms)
     }
 }
 
+/// Puts the last of `buttons`, entries of a list, behind the others in the order of the Tab key;
+/// the first entry comes behind `head`. Without this, whatever is made later comes last.
+template<typename Button>
+void orderLast(const QList<Button *> &buttons, QWidget *head)
+{
+    QWidget *const before =
+        buttons.size() > 1 ? buttons.at(buttons.size() - 2)->focusProxy() : head;
+    QWidget::setTabOrder(before, buttons.last()->focusProxy());
+}
+
 /// The last control inside `form` that the Tab key reaches; the form itself when there is none.
 inline QWidget *lastTabStop(QWidget *form)
 {

@@ -9,6 +9,7 @@
 #include "model/recordlines.h"
 #include "storage/RowPass.h"
 #include "ui_Tavenor.h"
+#include "widgets/buttonkeys.h"
 #include "widgets/outputDataForm.h"
 
 #include <QSignalBlocker>
@@ -43,6 +44,9 @@ void Tavenor::connectRecordList()
     connect(ui->pbUserNext, &QPushButton::clicked, this, &Tavenor::userSearchNext);
     connect(ui->pbUserPrev, &QPushButton::clicked, this, &Tavenor::userSearchPrev);
     connect(ui->pbSort, &QPushButton::toggled, this, &Tavenor::sort);
+    setButtonKey(ui->pbUserNext, QKeySequence(Qt::Key_F3));
+    setButtonKey(ui->pbUserPrev, QKeySequence(Qt::SHIFT + Qt::Key_F3));
+    connect(ui->userListWidget, &RecordListWidget::menuRequested, this, &Tavenor::showListMenu);
     connect(ui->userListWidget, &QListWidget::itemSelectionChanged, this,
             &Tavenor::userSelectionChange);
 }
@@ -230,4 +234,5 @@ void Tavenor::changeToUsersPage()
     ui->stPages->setCurrentIndex(RecordsPage);
     // Afterwards: an editor with the focus tells of its last change when its page goes.
     setTyped(false);
+    focusRecords();
 }

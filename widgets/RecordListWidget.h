@@ -20,7 +20,13 @@ public:
     /// `hints`. An empty text shows nothing.
     void setPlaceholder(const QString &text, const QStringList &hints);
 
+signals:
+    /// A menu is asked for at `place` on the screen: for the line at `row`, which is the one
+    /// under the mouse, or the current one when a key asks; -1 beside the lines.
+    void menuRequested(int row, QPoint place);
+
 protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
