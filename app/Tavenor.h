@@ -226,6 +226,8 @@ private:
     void connectTableKeys();
     bool searchKey(const QKeyEvent *event);
     void focusSearch();
+    /// Opens the record of the current line for changes.
+    void editListed();
     /// Reads the current table again and shows the record that was shown.
     void reload();
     void openMenuBar();

@@ -37,9 +37,8 @@ void alignLabels(const QList<Form *> &forms)
 template<typename Button>
 void orderLast(const QList<Button *> &buttons, QWidget *head)
 {
-    QWidget *const before =
-        buttons.size() > 1 ? buttons.at(buttons.size() - 2)->focusProxy() : head;
-    QWidget::setTabOrder(before, buttons.last()->focusProxy());
+    QWidget *const before = buttons.size() > 1 ? buttons.at(buttons.size() - 2) : head;
+    QWidget::setTabOrder(before, buttons.last());
 }
 
 /// The last control inside `form` that the Tab key reaches; the form itself when there is none.

@@ -36,6 +36,7 @@ void Tavenor::setCalculatorTexts()
     ui->lbNoColumns->setText(QStringLiteral("Nessuna colonna numerica in questa tabella."));
     ui->lbTotal->setText(QStringLiteral("Totale"));
     ui->leResult->setValueName(ui->lbTotal->text());
+    ui->lbTotal->setBuddy(ui->leResult);
     ui->pbExitCalc->setText(QStringLiteral("Chiudi"));
     setButtonTexts(ui->pbRecalc, "Ricalcola", "Ricalcola il risultato");
     ui->calcScroll->setAccessibleName(ui->pbCalc->text());

@@ -60,7 +60,7 @@ void Tavenor::connectKeyboard()
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto *const edit = new QShortcut(QKeySequence(key), ui->userListWidget);
         edit->setContext(Qt::WidgetShortcut);
-        connect(edit, &QShortcut::activated, ui->pbEditUser, &QPushButton::click);
+        connect(edit, &QShortcut::activated, this, &Tavenor::editListed);
     }
     connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this,
             [this] { changeArea(1); });
@@ -118,6 +118,14 @@ bool Tavenor::searchKey(const QKeyEvent *event)
         return true;
     default:
         return false;
+    }
+}
+
+void Tavenor::editListed()
+{
+    // In an empty list there is nothing to complain about.
+    if (ui->userListWidget->currentItem() != nullptr) {
+        ui->pbEditUser->click();
     }
 }
 

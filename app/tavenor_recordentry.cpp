@@ -27,6 +27,7 @@ void Tavenor::setRecordEntryTexts()
     setButtonTexts(ui->pbDeleteUser, "Elimina", "Elimina Record");
     setButtonTexts(ui->pbSaveNewUser, "Salva", "Salva Record");
     ui->pbCancelEdit->setText(QStringLiteral("Annulla"));
+    ui->inputScroll->setAccessibleName(QStringLiteral("Record"));
     setButtonKey(ui->pbNewUser, QKeySequence::New);
     setButtonKey(ui->pbEditUser, QKeySequence(Qt::Key_F2));
     setButtonKey(ui->pbDeleteUser, QKeySequence(Qt::CTRL + Qt::Key_Delete));

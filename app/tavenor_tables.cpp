@@ -33,6 +33,7 @@ void Tavenor::setTableTexts()
     ui->pbCalc->setText(QStringLiteral("Calcola"));
     ui->tablesScroll->setAccessibleName(QStringLiteral("Tabelle"));
     ui->leDbName->setAccessibleName(QStringLiteral("Database"));
+    ui->pbDbName->setAccessibleName(ui->leDbName->accessibleName());
 }
 
 void Tavenor::fillTableList()

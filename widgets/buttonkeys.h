@@ -8,6 +8,5 @@
 class QPushButton;
 
 /// Lets `key` press the button, at once, whenever the button can be seen and pressed and its
-/// window is the active one. The key is the button's shortcut(), which screen readers tell;
-/// setText() drops it.
+/// window is the active one. The key is the button's shortcut(); setText() drops it.
 void setButtonKey(QPushButton *button, const QKeySequence &key);

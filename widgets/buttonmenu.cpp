@@ -26,7 +26,7 @@ bool ButtonMenu::exec(const QPoint &place, const QList<QPushButton *> &buttons, 
     QList<QAction *> entries;
     QList<QPushButton *> shown;
     std::unique_ptr<QMenu> menu(line == nullptr ? new QMenu(buttons.first()->window())
-                                                      : line->createStandardContextMenu());
+                                                : line->createStandardContextMenu());
     for (QPushButton *const button : buttons) {
         if (!button->isVisible()) {
             continue;

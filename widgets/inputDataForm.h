@@ -179,6 +179,7 @@ private:
     void connectConditions();
     void alignFirstLines();
     void nameControls();
+    void describeEditor();
 
     Editor editorFor(const QString &format) const;
     void showEditor(Editor shown);

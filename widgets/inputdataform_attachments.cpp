@@ -154,6 +154,7 @@ void inputDataForm::showAttachment()
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
     ui->lbMissing->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side));
     ui->lbMissing->setVisible(!isThere && !imagePath.isEmpty());
+    describeEditor();
     PlainToolTip::set(ui->leData, imagePath);
 
     const bool isPicture = isThere && kind == Formats::Kind::Image;

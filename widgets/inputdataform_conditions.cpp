@@ -112,6 +112,7 @@ void inputDataForm::setActive(bool on)
     for (SwitchButton *button : switches()) {
         button->setEmphasis(on);
     }
+    describeEditor();
 }
 
 /// Tints the conditions that take part, so that they are seen at a glance among the others.
