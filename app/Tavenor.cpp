@@ -60,7 +60,6 @@ Tavenor::Tavenor(QWidget *parent)
     Icons::fitToGround(*this);
     connectDatabase();
     connectActions();
-    connectTables();
     connectRecordList();
     connectRecordView();
     connectRecordEntry();
@@ -72,6 +71,9 @@ Tavenor::Tavenor(QWidget *parent)
     connectXmf();
     connectTsc();
     connectReadable();
+    connectKeyboard();
+    connectMenus();
+    setAcceptDrops(true);
     setReadOnly(false);
     administratorModeEnabled(false);
 

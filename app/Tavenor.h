@@ -15,6 +15,7 @@
 #include <QMap>
 #include <QMessageBox>
 #include <QPair>
+#include <QPointer>
 #include <QStringList>
 #include <QVector>
 
@@ -24,6 +25,7 @@
 class QLabel;
 
 class AboutForm;
+struct DroppedFiles;
 class ListButtonForm;
 struct RecordListContent;
 class calcForm;
@@ -32,6 +34,7 @@ class inputDataForm;
 class newTableElement;
 class outputDataForm;
 class progressBarForm;
+class QMenu;
 
 namespace Ui
 {
@@ -43,6 +46,7 @@ class Tavenor;
 ///
 ///   start and life of a database   Tavenor.cpp, tavenor_texts.cpp, tavenor_database.cpp
 ///   commands and modes             tavenor_commands.cpp, tavenor_maintenance.cpp
+///   keyboard, context menus, drops tavenor_keyboard.cpp, tavenor_menus.cpp, tavenor_drops.cpp
 ///   table list                     tavenor_tables.cpp
 ///   record list                    tavenor_recordlist.cpp
 ///   record view                    tavenor_recordview.cpp
@@ -168,6 +172,9 @@ public slots:
 protected:
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     /// Pages of the stacked widget, by their place.
@@ -215,13 +222,47 @@ private:
     void updateCommands();
     void updateSecondDoor();
     void connectMaintenance();
+
+    // Keyboard, context menus, drops
+    void connectKeyboard();
+    void connectTableKeys();
+    bool searchKey(const QKeyEvent *event);
+    void focusSearch();
+    /// Opens the record of the current line for changes.
+    void editListed();
+    /// Reads the current table again and shows the record that was shown.
+    void reload();
+    void openMenuBar();
+    /// Gives the focus to the next area of the window that can take it, or the previous one.
+    void changeArea(int step);
+    QList<QWidget *> areas() const;
+    QWidget *targetIn(QWidget *area) const;
+    /// The focus goes to the record list; to the record, while the list is hidden.
+    void focusRecords();
+    /// The focus goes to the entry of the panel that is in force.
+    void focusPanel();
+    QWidget *panelTarget() const;
+    /// Keeps in mind where the focus is when a page is opened over the records.
+    void rememberFocus();
+    /// The focus goes back there.
+    void restoreFocus();
+    void connectMenus();
+    void showTableMenu(const QPoint &place);
+    void fillTableMenu(QMenu &menu, const QString &table);
+    void fillFilterMenu(QMenu &menu, const ListButtonForm &button);
+    /// Adds a command that works on the current table; `table` becomes that first.
+    void addForTable(QMenu &menu, QAction *command, const QString &table);
+    void showListMenu(int row, const QPoint &place);
+    void showRecordMenu(const QPoint &place);
+    void execRecordMenu(const QPoint &place, bool isRecord);
+    bool mayTake(const DroppedFiles &dropped) const;
+    void takeFiles(const DroppedFiles &dropped);
     /// Removes these tables and makes the program's own ones anew. False when none could be
     /// removed.
     bool removeTables(const QStringList &names);
 
     // Table list
     void setTableTexts();
-    void connectTables();
     void fillTableList();
     void rebuildTableList();
     void addTableButton(const QString &table, const QIcon &icon);
@@ -250,7 +291,6 @@ private:
     void showChangedButtons(const QString &table);
     /// Shows again what depends on the records of `table`, many of which have changed.
     void showChanged(const QString &table);
-    void showTableMenu(const QPoint &place);
 
     // Record list
     void setRecordListTexts();
@@ -277,6 +317,7 @@ private:
     void connectRecordView();
     void buildRecordView(int id, const QString &table);
     void clearRecordView();
+    void orderRecordView();
     /// Shows the record `currentId` again, or nothing when the list is empty.
     void showCurrentRecord();
     /// The field of the record that is shown for this column; null for one that is not shown.
@@ -324,6 +365,7 @@ private:
     void showDesigner();
     /// Shows the current table's icon and name above the pages, but not over a new table's.
     void updateTableHead();
+    void escapeDesigner();
     void putHeadBeforeRows();
     /// Adds a row that asks for one more column, the sub-tables of sub-tables left out.
     newTableElement *appendFieldRow();
@@ -407,6 +449,8 @@ private:
     removeFilters(const std::function<bool(const QString &name, const QString &table)> &concerned);
     /// Removes the saved filters of a table that goes.
     void removeFiltersOfTable(const QString &table);
+    /// Removes a saved filter after asking; what it shows goes too while it is in force.
+    void deleteSavedFilter(const QString &filterName);
 
     // Calculator
     void setCalculatorTexts();
@@ -447,6 +491,7 @@ private:
     void writeRecords(const QString &fileName, const ProgressTexts &texts,
                       const std::function<bool(QTextStream &)> &write);
     void exportTable(const QString &fileName, const QString &tableName);
+    void importFiles(const QStringList &fileNames);
     void importFile(const QString &fileName);
     /// Adds the records of a file up to the first that does not fit the table; false when
     /// there is one.
@@ -459,6 +504,8 @@ private:
     // Structure files
     void connectTsc();
     void exportStructure(const QString &tableName, const QStringList &columnNames);
+    /// Asks for the table's name when it is one file; several files name theirs.
+    void importStructures(const QStringList &fileNames);
     void importStructure(const QString &fileName, const QString &tableName);
     /// Makes the table and records its icon; false, with a message, when it cannot be made.
     bool makeTable(const QString &name, const TscFile::Structure &structure);
@@ -504,6 +551,9 @@ private:
     QLabel *readOnlyMark = nullptr;
     QLabel *administratorMark = nullptr;
     QLabel *advancedMark = nullptr;
+
+    // Keyboard
+    QPointer<QWidget> leftFocus;
 
     // Table list
     QStringList allTables;

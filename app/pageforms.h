@@ -55,6 +55,15 @@ private:
     QLayout *const layout;
 };
 
+/// Puts the last of `buttons`, entries of a list, behind the others in the order of the Tab key;
+/// the first entry comes behind `head`. Without this, whatever is made later comes last.
+template<typename Button>
+void orderLast(const QList<Button *> &buttons, QWidget *head)
+{
+    QWidget *const before = buttons.size() > 1 ? buttons.at(buttons.size() - 2) : head;
+    QWidget::setTabOrder(before, buttons.last());
+}
+
 /// The last control inside `form` that the Tab key reaches; the form itself when there is none.
 inline QWidget *lastTabStop(QWidget *form)
 {

@@ -11,6 +11,7 @@
 #include "model/values.h"
 #include "storage/RowPass.h"
 #include "ui_Tavenor.h"
+#include "widgets/buttonkeys.h"
 #include "widgets/calcForm.h"
 #include "widgets/figures.h"
 #include "widgets/ownedwidgets.h"
@@ -35,6 +36,7 @@ void Tavenor::setCalculatorTexts()
     ui->lbNoColumns->setText(QStringLiteral("Nessuna colonna numerica in questa tabella."));
     ui->lbTotal->setText(QStringLiteral("Totale"));
     ui->leResult->setValueName(ui->lbTotal->text());
+    ui->lbTotal->setBuddy(ui->leResult);
     ui->pbExitCalc->setText(QStringLiteral("Chiudi"));
     setButtonTexts(ui->pbRecalc, "Ricalcola", "Ricalcola il risultato");
     ui->calcScroll->setAccessibleName(ui->pbCalc->text());
@@ -54,8 +56,8 @@ void Tavenor::connectCalculator()
     connect(ui->pbCalc, &QPushButton::clicked, this, &Tavenor::changeToCalcPage);
     connect(ui->pbRecalc, &QPushButton::clicked, this, &Tavenor::calcResult);
     connect(ui->pbExitCalc, &QPushButton::clicked, this, &Tavenor::leaveCalculator);
+    setButtonKey(ui->pbRecalc, QKeySequence(Qt::Key_F5));
     auto *const escape = new QShortcut(QKeySequence(Qt::Key_Escape), ui->calcPage);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
     connect(escape, &QShortcut::activated, this, &Tavenor::leaveCalculator);
 }
 
@@ -131,6 +133,7 @@ void Tavenor::alignCalculator()
 
 void Tavenor::showCalculator()
 {
+    rememberFocus();
     ui->stPages->setCurrentIndex(CalculatorPage);
     ui->calcScroll->verticalScrollBar()->setValue(0);
     if (calcWidgets.isEmpty()) {
@@ -187,4 +190,5 @@ void Tavenor::leaveCalculator()
 {
     changeToUsersPage();
     showCurrentRecord();
+    restoreFocus();
 }

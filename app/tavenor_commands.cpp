@@ -177,6 +177,7 @@ void Tavenor::makeModeMarks()
     showListAction->setChecked(true);
     ui->mainToolBar->addSeparator();
     ui->mainToolBar->addAction(showListAction);
+    showListAction->setShortcut(QKeySequence(Qt::Key_F9));
     connect(showListAction, &QAction::triggered, this, &Tavenor::hideShowList);
 
     auto *const marks = new QWidget(ui->mainToolBar);

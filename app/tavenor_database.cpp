@@ -68,6 +68,8 @@ bool Tavenor::prepareDataFolders(const QString &path)
     ui->leDbName->setText(path);
     ui->leDbName->setCursorPosition(0);
     ui->pbDbName->setText(databaseFile);
+    ui->pbDbName->setAccessibleName(ui->leDbName->accessibleName() + QLatin1Char(' ') +
+                                    databaseFile);
     docFolder = databaseFolder + docFolderName;
     dataFolder = databaseFolder + dataFolderName;
     if (!opensReadOnly) {

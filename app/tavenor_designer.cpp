@@ -15,6 +15,8 @@
 #include "widgets/newTableElement.h"
 #include "widgets/ownedwidgets.h"
 
+#include <QShortcut>
+
 #include <algorithm>
 
 namespace
@@ -156,6 +158,8 @@ void Tavenor::connectDesigner()
     connect(ui->pbIconImage, &QPushButton::clicked, this, &Tavenor::addTableIcon);
     connect(ui->bbNewTable, &QDialogButtonBox::accepted, this, &Tavenor::acceptedNewTable);
     connect(ui->bbNewTable, &QDialogButtonBox::rejected, this, &Tavenor::cancelNewTable);
+    auto *const escape = new QShortcut(QKeySequence(Qt::Key_Escape), ui->newTable);
+    connect(escape, &QShortcut::activated, this, &Tavenor::escapeDesigner);
     // Whatever takes the page away, its rows go with it.
     connect(ui->stPages, &QStackedWidget::currentChanged, this, [this](int page) {
         if (page != DesignerPage) {
@@ -195,6 +199,7 @@ void Tavenor::addField()
 
 void Tavenor::showDesigner()
 {
+    rememberFocus();
     clearDesignerRows();
     ui->leTableName->setEnabled(!addingFields);
     ui->leIconData->setEnabled(!addingFields);
@@ -318,6 +323,20 @@ void Tavenor::cancelNewTable()
     clearDesignerRows();
     changeToUsersPage();
     showCurrentRecord();
+    restoreFocus();
+}
+
+void Tavenor::escapeDesigner()
+{
+    const bool isNamed = !addingFields && !ui->leTableName->text().isEmpty();
+    const bool isDesigned =
+        isNamed || designerRows.size() > 1 ||
+        std::any_of(designerRows.begin(), designerRows.end(), [](const newTableElement *row) {
+            return row->kind() != newTableElement::Kind::Empty;
+        });
+    if (!isDesigned || confirm(QStringLiteral("Chiudere senza salvare le modifiche?"))) {
+        cancelNewTable();
+    }
 }
 
 QString Tavenor::designedTable() const

@@ -10,6 +10,7 @@
 #include "widgets/chooseNameForm.h"
 #include "widgets/progressBarForm.h"
 
+#include <QApplication>
 #include <QEventLoop>
 
 #include <limits>
@@ -151,6 +152,8 @@ Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString
         return;
     }
     owner.operationRunning = true;
+    // Its window blocks keys and clicks, but not shortcuts.
+    qApp->installEventFilter(&owner);
     // An operation before may have left it up.
     owner.progressForm->hide();
     owner.sinceStart.start();
@@ -168,6 +171,7 @@ Tavenor::Progress::~Progress()
         return;
     }
     owner.operationRunning = false;
+    qApp->removeEventFilter(&owner);
     owner.progressForm->setHeld(false);
     owner.progressForm->hide();
     owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);

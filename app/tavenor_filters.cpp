@@ -18,6 +18,7 @@
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/buttonkeys.h"
 #include "widgets/chooseNameForm.h"
 #include "widgets/icons.h"
 #include "widgets/inputDataForm.h"
@@ -72,8 +73,8 @@ void Tavenor::connectFilters()
     connect(ui->pbCancelFilters, &QPushButton::clicked, this, &Tavenor::cancelFilterOperation);
     connect(ui->pbFiltersPage, &QPushButton::toggled, this, &Tavenor::switchToFilters);
     connect(ui->actionDeleteFilter, &QAction::triggered, this, &Tavenor::deleteFilter);
+    setButtonKey(ui->pbFilter, QKeySequence(Qt::CTRL + Qt::Key_L));
     auto *const escape = new QShortcut(QKeySequence(Qt::Key_Escape), ui->filterPage);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
     connect(escape, &QShortcut::activated, this, &Tavenor::cancelFilterOperation);
 }
 
@@ -92,6 +93,7 @@ void Tavenor::keyPressEvent(QKeyEvent *event)
 
 void Tavenor::rebuildFilterButtons()
 {
+    const bool hadFocus = ui->filtersContents->isAncestorOf(focusWidget());
     retireWidgets(ui->filtersButtonLayout, filterButtons);
     const TableIcons icons(databaseFolder);
     RowPass rows(Markers::FiltersTable,
@@ -104,6 +106,9 @@ void Tavenor::rebuildFilterButtons()
         const QString table = rows.value(1).toString();
         addFilterButton(table, name, icons.icon(table));
     }
+    if (hadFocus) {
+        focusPanel();
+    }
 }
 
 void Tavenor::addFilterButton(const QString &table, const QString &filterName, const QIcon &icon)
@@ -114,6 +119,7 @@ void Tavenor::addFilterButton(const QString &table, const QString &filterName, c
     button->setIcon(icon);
     button->setCurrent(!activeFilterName.isEmpty() && filterName == activeFilterName);
     ui->filtersButtonLayout->addWidget(button);
+    orderLast(filterButtons, ui->filtersScroll);
     connect(button, &ListButtonForm::changeListAndFilter, this, &Tavenor::changeTableAndFilter);
 }
 
@@ -299,6 +305,7 @@ void Tavenor::changeToFilterPage()
         return;
     }
     refreshFilterPage();
+    rememberFocus();
     ui->stPages->setCurrentIndex(FiltersPage);
     ui->filterScroll->verticalScrollBar()->setValue(0);
     prepareFilterPage();
@@ -368,6 +375,7 @@ void Tavenor::cancelFilterOperation()
         loadUserList(currentTable);
     }
     showCurrentRecord();
+    restoreFocus();
 }
 
 void Tavenor::createNewFilter()
@@ -493,10 +501,19 @@ void Tavenor::deleteFilter()
         warn(QStringLiteral("ERRORE: Non è stato selezionato nessun filtro!\n"));
         return;
     }
-    if (!confirm(QString::asprintf("Eliminare %s?", activeFilterName.toUtf8().constData()))) {
+    deleteSavedFilter(activeFilterName);
+}
+
+void Tavenor::deleteSavedFilter(const QString &filterName)
+{
+    if (!confirm(QString::asprintf("Eliminare %s?", filterName.toUtf8().constData()))) {
         return;
     }
-    removeSavedFilter(activeFilterName);
+    const bool isInForce = filterName == activeFilterName;
+    removeSavedFilter(filterName);
+    if (!isInForce) {
+        return;
+    }
     forgetFilters();
     if (!currentTable.isEmpty()) {
         changeToUsersPage();

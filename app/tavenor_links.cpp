@@ -7,6 +7,7 @@
 #include "model/formats.h"
 #include "model/recordlines.h"
 #include "ui_Tavenor.h"
+#include "widgets/buttonkeys.h"
 #include "widgets/inputDataForm.h"
 
 namespace
@@ -25,6 +26,7 @@ bool refersTo(const QString &column, const QString &table)
 void Tavenor::connectLinks()
 {
     connect(ui->pbReturn, &QPushButton::clicked, this, &Tavenor::goBack);
+    setButtonKey(ui->pbReturn, QKeySequence(Qt::ALT + Qt::Key_Left));
     ui->pbReturn->hide();
 }
 

@@ -11,6 +11,7 @@
 #include "model/recordfields.h"
 #include "model/values.h"
 #include "ui_Tavenor.h"
+#include "widgets/buttonkeys.h"
 #include "widgets/inputDataForm.h"
 #include "widgets/ownedwidgets.h"
 
@@ -26,10 +27,11 @@ void Tavenor::setRecordEntryTexts()
     setButtonTexts(ui->pbDeleteUser, "Elimina", "Elimina Record");
     setButtonTexts(ui->pbSaveNewUser, "Salva", "Salva Record");
     ui->pbCancelEdit->setText(QStringLiteral("Annulla"));
-    ui->pbNewUser->setShortcut(QKeySequence::New);
-    ui->pbEditUser->setShortcut(QKeySequence(Qt::Key_F2));
-    ui->pbDeleteUser->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_Delete));
-    ui->pbSaveNewUser->setShortcut(QKeySequence::Save);
+    ui->inputScroll->setAccessibleName(QStringLiteral("Record"));
+    setButtonKey(ui->pbNewUser, QKeySequence::New);
+    setButtonKey(ui->pbEditUser, QKeySequence(Qt::Key_F2));
+    setButtonKey(ui->pbDeleteUser, QKeySequence(Qt::CTRL + Qt::Key_Delete));
+    setButtonKey(ui->pbSaveNewUser, QKeySequence::Save);
 }
 
 void Tavenor::connectRecordEntry()
@@ -40,7 +42,6 @@ void Tavenor::connectRecordEntry()
     connect(ui->pbSaveNewUser, &QPushButton::clicked, this, &Tavenor::newRecord);
     connect(ui->pbCancelEdit, &QPushButton::clicked, this, &Tavenor::cancelEntry);
     auto *const escape = new QShortcut(QKeySequence(Qt::Key_Escape), ui->newUserPage);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
     connect(escape, &QShortcut::activated, this, &Tavenor::escapeEntry);
 }
 
@@ -144,6 +145,7 @@ void Tavenor::placeEditor(inputDataForm *editor)
 
 void Tavenor::showEntryPage()
 {
+    rememberFocus();
     ui->stPages->setCurrentIndex(EntryPage);
     ui->inputScroll->verticalScrollBar()->setValue(0);
     const QList<inputDataForm *> placed = placedForms(inputWidgets);
@@ -274,6 +276,7 @@ void Tavenor::cancelEntry()
 {
     changeToUsersPage();
     showCurrentRecord();
+    restoreFocus();
 }
 
 void Tavenor::escapeEntry()
@@ -298,4 +301,5 @@ void Tavenor::deleteUser()
         currentId = recordOfRow(0);
     }
     showCurrentRecord();
+    focusRecords();
 }

@@ -10,6 +10,7 @@
 #include "storage/RowPass.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/buttonkeys.h"
 #include "widgets/icons.h"
 #include "widgets/outputDataForm.h"
 
@@ -45,6 +46,9 @@ void Tavenor::connectRecordList()
     connect(ui->pbUserNext, &QPushButton::clicked, this, &Tavenor::userSearchNext);
     connect(ui->pbUserPrev, &QPushButton::clicked, this, &Tavenor::userSearchPrev);
     connect(ui->pbSort, &QPushButton::toggled, this, &Tavenor::sort);
+    setButtonKey(ui->pbUserNext, QKeySequence(Qt::Key_F3));
+    setButtonKey(ui->pbUserPrev, QKeySequence(Qt::SHIFT + Qt::Key_F3));
+    connect(ui->userListWidget, &RecordListWidget::menuRequested, this, &Tavenor::showListMenu);
     connect(ui->userListWidget, &QListWidget::itemSelectionChanged, this,
             &Tavenor::userSelectionChange);
 }
@@ -254,4 +258,5 @@ void Tavenor::changeToUsersPage()
     ui->stPages->setCurrentIndex(RecordsPage);
     // Afterwards: an editor with the focus tells of its last change when its page goes.
     setTyped(false);
+    focusRecords();
 }

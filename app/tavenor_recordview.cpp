@@ -11,6 +11,7 @@
 #include "model/sqlnames.h"
 #include "model/values.h"
 #include "ui_Tavenor.h"
+#include "widgets/buttonkeys.h"
 #include "widgets/outputDataForm.h"
 #include "widgets/ownedwidgets.h"
 
@@ -40,6 +41,10 @@ void Tavenor::connectRecordView()
     connect(ui->pbNext, &QPushButton::clicked, this, &Tavenor::nextRecord);
     connect(ui->pbPrev, &QPushButton::clicked, this, &Tavenor::prevRecord);
     connect(ui->pbHideList, &QPushButton::toggled, ui->recordListFrame, &QWidget::setVisible);
+    setButtonKey(ui->pbNext, QKeySequence(Qt::CTRL + Qt::Key_PageDown));
+    setButtonKey(ui->pbPrev, QKeySequence(Qt::CTRL + Qt::Key_PageUp));
+    ui->recordFrame->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(ui->recordFrame, &QWidget::customContextMenuRequested, this, &Tavenor::showRecordMenu);
 }
 
 void Tavenor::vwRecord(int id)
@@ -106,6 +111,10 @@ void Tavenor::prevRecord()
 
 void Tavenor::clearRecordView()
 {
+    if (ui->datiContents->isAncestorOf(focusWidget())) {
+        // The field with the focus goes; who was reading the record stays with it.
+        ui->datiScroll->setFocus();
+    }
     retireWidgets(ui->datiLayout, viewWidgets);
     linkFields.clear();
 }
@@ -145,7 +154,20 @@ void Tavenor::showFields()
     for (outputDataForm *const form : qAsConst(viewWidgets)) {
         form->show();
     }
+    orderRecordView();
     ui->datiScroll->ensureVisible(0, 0);
+}
+
+void Tavenor::orderRecordView()
+{
+    // The buttons under the fields were made before them and would come before them.
+    QWidget *before = viewWidgets.isEmpty() ? ui->datiScroll : lastTabStop(viewWidgets.last());
+    for (QWidget *const button :
+         {static_cast<QWidget *>(ui->pbHideList), static_cast<QWidget *>(ui->pbDeleteUser),
+          static_cast<QWidget *>(ui->pbEditUser), static_cast<QWidget *>(ui->pbNewUser)}) {
+        setTabOrder(before, button);
+        before = button;
+    }
 }
 
 outputDataForm *Tavenor::makeReference(const QString &column, const QVariant &stored)

@@ -4,6 +4,7 @@
 #include "app/Tavenor.h"
 
 #include "app/databasepath.h"
+#include "app/pageforms.h"
 #include "app/tableicons.h"
 #include "model/attachments.h"
 #include "model/markers.h"
@@ -17,7 +18,6 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMenu>
 
 namespace
 {
@@ -33,12 +33,7 @@ void Tavenor::setTableTexts()
     ui->pbCalc->setText(QStringLiteral("Calcola"));
     ui->tablesScroll->setAccessibleName(QStringLiteral("Tabelle"));
     ui->leDbName->setAccessibleName(QStringLiteral("Database"));
-}
-
-void Tavenor::connectTables()
-{
-    ui->listFrame->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(ui->listFrame, &QWidget::customContextMenuRequested, this, &Tavenor::showTableMenu);
+    ui->pbDbName->setAccessibleName(ui->leDbName->accessibleName());
 }
 
 void Tavenor::fillTableList()
@@ -67,8 +62,12 @@ void Tavenor::fillTableList()
 
 void Tavenor::rebuildTableList()
 {
+    const bool hadFocus = ui->tablesContents->isAncestorOf(focusWidget());
     retireWidgets(ui->listButtonLayout, listButtons);
     fillTableList();
+    if (hadFocus) {
+        focusPanel();
+    }
 }
 
 void Tavenor::addTableButton(const QString &table, const QIcon &icon)
@@ -78,6 +77,7 @@ void Tavenor::addTableButton(const QString &table, const QIcon &icon)
     button->setTableName(table);
     button->setIcon(icon);
     ui->listButtonLayout->addWidget(button);
+    orderLast(listButtons, ui->tablesScroll);
     connect(button, &ListButtonForm::changeList, this, &Tavenor::changeTable);
 }
 
@@ -222,14 +222,4 @@ void Tavenor::showChanged(const QString &table)
     if (!currentTable.isEmpty()) {
         changeTable(currentTable);
     }
-}
-
-void Tavenor::showTableMenu(const QPoint &place)
-{
-    if (!administratorMode) {
-        return;
-    }
-    QMenu menu;
-    menu.addActions(secondDoor.mid(1));
-    menu.exec(ui->listFrame->mapToGlobal(place));
 }

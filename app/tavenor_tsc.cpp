@@ -108,12 +108,17 @@ void Tavenor::importTableStructure()
     QDir().mkpath(folder);
     const QStringList files =
         QFileDialog::getOpenFileNames(this, tr("Select File"), folder, tr("tsc (*.tsc)"));
-    if (files.size() == 1) {
-        structureFile = files.first();
+    importStructures(files);
+}
+
+void Tavenor::importStructures(const QStringList &fileNames)
+{
+    if (fileNames.size() == 1) {
+        structureFile = fileNames.first();
         askName(baseName(structureFile), &Tavenor::waitingForTableStructureName);
         return;
     }
-    for (const QString &file : files) {
+    for (const QString &file : fileNames) {
         importStructure(file, baseName(file));
     }
 }

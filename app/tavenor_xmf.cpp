@@ -178,7 +178,12 @@ void Tavenor::importFromFile()
     QDir().mkpath(folder);
     const QStringList files =
         QFileDialog::getOpenFileNames(this, tr("Select File"), folder, tr("xmf (*.xmf)"));
-    for (const QString &file : files) {
+    importFiles(files);
+}
+
+void Tavenor::importFiles(const QStringList &fileNames)
+{
+    for (const QString &file : fileNames) {
         importFile(file);
     }
 }

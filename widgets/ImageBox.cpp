@@ -10,7 +10,9 @@
 #include "widgets/icons.h"
 #include "widgets/imagescaling.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QDragEnterEvent>
 #include <QFileDialog>
 
 namespace
@@ -32,6 +34,7 @@ ImageBox::ImageBox(QWidget *parent)
     ui->pbzoomplus->setIcon(Icons::shared(QStringLiteral(":/zoomInIcon")));
     ui->pbZoomFit->setIcon(Icons::shared(QStringLiteral(":/zoomFitIcon")));
     ui->pbzoomminus->setIcon(Icons::shared(QStringLiteral(":/zoomOutIcon")));
+    setAcceptDrops(true);
     connectButtons();
 }
 
@@ -86,12 +89,46 @@ void ImageBox::rejected()
 void ImageBox::addReplace()
 {
     // Deliberate: a cancelled choice empties the field and the picture; Cancel keeps the record's.
-    fileName =
-        QFileDialog::getOpenFileName(this, QStringLiteral("Open File"), QStringLiteral("/home"),
-                                     QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp *.tif)"));
+    choose(QFileDialog::getOpenFileName(this, QStringLiteral("Open File"), QStringLiteral("/home"),
+                                        QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp *.tif)")));
+}
+
+void ImageBox::choose(const QString &picture)
+{
+    fileName = picture;
     ui->leImage->setText(fileName);
     originalPixmap = ImageScaling::load(fileName);
     displayInSize(ImageScaling::sizeInArea(originalPixmap.size(), ui->lbImage->size()));
+}
+
+/// The picture that can be dropped here; empty when there is none, or no place for one.
+QString ImageBox::droppedPicture(const QMimeData *data) const
+{
+    const QString picture = AttachFile::fileIn(data, AttachFile::pictureSuffixes());
+    const bool isWanted = !viewOnly && !ui->pbAddReplace->isHidden();
+    return isWanted && AttachFile::isRegularFile(picture) ? picture : QString();
+}
+
+void ImageBox::dragEnterEvent(QDragEnterEvent *event)
+{
+    // A file dialog may be open over this one.
+    const QWidget *const modal = QApplication::activeModalWidget();
+    const bool isBlocked = modal != nullptr && modal != this;
+    if (!isBlocked && !droppedPicture(event->mimeData()).isEmpty()) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    }
+}
+
+void ImageBox::dropEvent(QDropEvent *event)
+{
+    // Whoever drags might delete a moved file; the record needs its copy only.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    const QString picture = droppedPicture(event->mimeData());
+    if (!picture.isEmpty()) {
+        choose(picture);
+    }
 }
 
 void ImageBox::fitImage()

@@ -59,8 +59,14 @@ public slots:
     void zoomIn();
     void fitImage();
 
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
 private:
     void connectButtons();
+    QString droppedPicture(const QMimeData *data) const;
+    void choose(const QString &picture);
     void display(const QPixmap &pixmap);
     void displayInSize(const QSize &size);
 

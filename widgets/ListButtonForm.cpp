@@ -14,6 +14,8 @@ ListButtonForm::ListButtonForm(QWidget *parent)
 {
     ui->setupUi(this);
     setFocusProxy(ui->pbList);
+    // Without it the entry keeps its place in the order of the Tab key, whatever is asked.
+    setFocusPolicy(Qt::StrongFocus);
     connect(ui->pbList, &QPushButton::clicked, this, &ListButtonForm::pushed);
 }
 
@@ -42,6 +44,7 @@ void ListButtonForm::setIcon(const QIcon &icon)
 void ListButtonForm::setCurrent(bool on)
 {
     ui->pbList->setCurrent(on);
+    ui->pbList->setAccessibleDescription(on ? QStringLiteral("corrente") : QString());
     ui->lbListName->setForegroundRole(on ? QPalette::HighlightedText : QPalette::WindowText);
 }
 

@@ -5,6 +5,7 @@
 
 #include "widgets/plaintooltip.h"
 
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QToolTip>
 
@@ -43,6 +44,17 @@ void RecordListWidget::describePlaceholder()
     if (description != accessibleDescription()) {
         setAccessibleDescription(description);
     }
+}
+
+void RecordListWidget::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() != QContextMenuEvent::Keyboard) {
+        emit menuRequested(indexAt(event->pos()).row(), event->globalPos());
+        return;
+    }
+    const QRect line = visualRect(currentIndex()).intersected(viewport()->rect());
+    const QPoint place = line.isEmpty() ? QPoint(0, 0) : QPoint(line.center().x(), line.bottom());
+    emit menuRequested(currentRow(), viewport()->mapToGlobal(place));
 }
 
 void RecordListWidget::paintEvent(QPaintEvent *event)

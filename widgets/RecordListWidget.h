@@ -27,7 +27,13 @@ public:
     /// The whole text of the line at `index` when it does not fit, else nothing.
     QString hiddenText(const QModelIndex &index) const;
 
+signals:
+    /// A menu is asked for at `place` on the screen: for the line at `row`, which is the one
+    /// under the mouse, or the current one when a key asks; -1 beside the lines.
+    void menuRequested(int row, QPoint place);
+
 protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     bool viewportEvent(QEvent *event) override;
 

@@ -83,6 +83,12 @@ QString savePicture(const QString &base, const QString &folder, const QImage &pi
     return {};
 }
 
+QStringList pictureSuffixes()
+{
+    return {QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("jpeg"),
+            QStringLiteral("bmp"), QStringLiteral("tif")};
+}
+
 QString fileIn(const QMimeData *data, const QStringList &suffixes)
 {
     const QList<QUrl> urls = data->urls();

@@ -28,6 +28,9 @@ QString copyIn(const QString &base, const QString &folder, const QString &source
 /// makes when missing. The result is the path to store; empty when nothing could be saved.
 QString savePicture(const QString &base, const QString &folder, const QImage &picture);
 
+/// The suffixes of the pictures that can be attached, in lower case.
+QStringList pictureSuffixes();
+
 /// The first local file among the addresses of `data` whose name ends in one of `suffixes` (lower
 /// case, without the point); empty when there is none.
 QString fileIn(const QMimeData *data, const QStringList &suffixes);

@@ -113,6 +113,8 @@ void calcForm::nameControls()
 {
     const QString label = ui->lbName->text();
     ui->leResult->setValueName(label);
+    // A label with a buddy reads "&" as the mark of a shortcut key and does not paint it.
+    ui->lbName->setBuddy(label.contains(QLatin1Char('&')) ? nullptr : ui->leResult);
     QPushButton *const buttons[] = {ui->pbPlus, ui->pbMinus, ui->pbExclude};
     for (QPushButton *const button : buttons) {
         button->setAccessibleName(label + QLatin1Char(' ') + button->toolTip());

@@ -11,6 +11,7 @@
 #include "widgets/ImageBox.h"
 #include "widgets/icons.h"
 #include "widgets/plaintooltip.h"
+#include "widgets/spokenlabel.h"
 #include "widgets/wheelguard.h"
 
 #include <QMessageBox>
@@ -162,7 +163,10 @@ void inputDataForm::nameControls()
                                 ui->cboxData, ui->sbNum,  ui->deData};
     for (QWidget *control : editors) {
         control->setAccessibleName(label());
-        control->setAccessibleDescription(isRequired ? QStringLiteral("obbligatorio") : QString());
+    }
+    describeEditor();
+    if (editor() == ui->cboxData) {
+        setSpokenLabel(ui->cboxData, label());
     }
     QPushButton *const buttons[] = {ui->pbPlus,     ui->pbMinus, ui->pbViewImage, ui->pbViewPdf,
                                     ui->pbEqual,    ui->pbDiff,  ui->pbMajor,     ui->pbMinor,
@@ -172,6 +176,30 @@ void inputDataForm::nameControls()
     }
     // A label with a buddy reads "&" as the mark of a shortcut key and does not paint it.
     ui->lbTitle->setBuddy(label().contains(QLatin1Char('&')) ? nullptr : editor());
+}
+
+/// Tells screen readers what the asterisk, the mark of a condition in force and that of a missing
+/// file tell the eye.
+void inputDataForm::describeEditor()
+{
+    QStringList states;
+    if (Columns::isRequired(column) && !isCondition) {
+        states.append(QStringLiteral("obbligatorio"));
+    }
+    if (isCondition && active) {
+        states.append(QStringLiteral("nel filtro"));
+    }
+    if (editorKind == Editor::File && !ui->lbMissing->isHidden()) {
+        states.append(ui->lbMissing->accessibleName());
+    }
+    const QString description = states.join(QLatin1String(", "));
+    QWidget *const editors[] = {ui->leData,   ui->teData, ui->cbData,
+                                ui->cboxData, ui->sbNum,  ui->deData};
+    for (QWidget *control : editors) {
+        if (control->accessibleDescription() != description) {
+            control->setAccessibleDescription(description);
+        }
+    }
 }
 
 QWidget *inputDataForm::editor() const

@@ -172,6 +172,7 @@ public slots:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -185,6 +186,7 @@ private:
     void showEmphasis();
     void alignFirstLines();
     void nameControls();
+    void describeEditor();
 
     Editor editorFor(const QString &format) const;
     void showEditor(Editor shown);

@@ -8,10 +8,13 @@
 #include "model/attachments.h"
 #include "widgets/ImageBox.h"
 #include "widgets/attachfile.h"
+#include "widgets/buttonmenu.h"
 #include "widgets/imagescaling.h"
 #include "widgets/plaintooltip.h"
 
+#include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QGuiApplication>
@@ -58,8 +61,7 @@ QStringList inputDataForm::attachableSuffixes() const
     if (kind == Formats::Kind::Pdf) {
         return {QStringLiteral("pdf")};
     }
-    return {QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("jpeg"),
-            QStringLiteral("bmp"), QStringLiteral("tif")};
+    return AttachFile::pictureSuffixes();
 }
 
 void inputDataForm::createImageBox()
@@ -152,6 +154,7 @@ void inputDataForm::showAttachment()
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
     ui->lbMissing->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side));
     ui->lbMissing->setVisible(!isThere && !imagePath.isEmpty());
+    describeEditor();
     PlainToolTip::set(ui->leData, imagePath);
 
     const bool isPicture = isThere && kind == Formats::Kind::Image;
@@ -167,6 +170,11 @@ bool inputDataForm::eventFilter(QObject *watched, QEvent *event)
         pasteAttachment();
         return true;
     }
+    if (editorKind == Editor::File && event->type() == QEvent::ContextMenu) {
+        const auto *const asked = static_cast<QContextMenuEvent *>(event);
+        ButtonMenu::exec(asked->globalPos(), {ui->pbViewImage, ui->pbViewPdf}, ui->leData);
+        return true;
+    }
     return QWidget::eventFilter(watched, event);
 }
 
@@ -179,8 +187,22 @@ void inputDataForm::keyPressEvent(QKeyEvent *event)
     QWidget::keyPressEvent(event);
 }
 
+void inputDataForm::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (editorKind == Editor::File) {
+        ButtonMenu::exec(event->globalPos(), {ui->pbViewImage, ui->pbViewPdf});
+    } else {
+        QWidget::contextMenuEvent(event);
+    }
+}
+
 void inputDataForm::dragEnterEvent(QDragEnterEvent *event)
 {
+    // A drag reaches windows that a dialog blocks for keys and clicks.
+    const QWidget *const modal = QApplication::activeModalWidget();
+    if (modal != nullptr && modal != window()) {
+        return;
+    }
     if (!AttachFile::fileIn(event->mimeData(), attachableSuffixes()).isEmpty()) {
         event->setDropAction(Qt::CopyAction);
         event->accept();

@@ -128,6 +128,7 @@ void inputDataForm::showEmphasis()
         const bool isWord = button == ui->pbAnd || button == ui->pbOr;
         button->setEmphasis(active && (joins || !isWord));
     }
+    describeEditor();
 }
 
 /// Tints the conditions that take part, so that they are seen at a glance among the others.

@@ -135,6 +135,10 @@ void newTableElement::nameControls()
     ui->cbExistList->setAccessibleName(QStringLiteral("Tabella da cui copiare il campo") + row);
     ui->cbExistField->setAccessibleName(QStringLiteral("Campo da copiare nel campo") + row);
     ui->pbAddNew->setAccessibleName(ui->pbAddNew->toolTip());
+    // A box of choices is told by the name of its label.
+    for (QLabel *const label : {ui->lbType, ui->lbExistList, ui->lbExistList2, ui->lbExistField}) {
+        label->setAccessibleName(label->buddy()->accessibleName());
+    }
 }
 
 void newTableElement::setNumber(int place)

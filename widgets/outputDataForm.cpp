@@ -11,10 +11,12 @@
 #include "model/formats.h"
 #include "model/subtables.h"
 #include "model/values.h"
+#include "widgets/buttonmenu.h"
 #include "widgets/icons.h"
 #include "widgets/imagescaling.h"
 #include "widgets/plaintooltip.h"
 
+#include <QContextMenuEvent>
 #include <QDesktopServices>
 #include <QEvent>
 #include <QUrl>
@@ -53,6 +55,7 @@ outputDataForm::outputDataForm(QWidget *parent)
     setLabelWidth(UsualLabelWidth);
     alignFirstLines();
     connectButtons();
+    ui->leData->installEventFilter(this);
 }
 
 outputDataForm::~outputDataForm() = default;
@@ -215,6 +218,28 @@ void outputDataForm::changeEvent(QEvent *event)
     }
 }
 
+void outputDataForm::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (!ButtonMenu::exec(event->globalPos(), buttons())) {
+        QWidget::contextMenuEvent(event); // the page has one of its own
+    }
+}
+
+bool outputDataForm::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ContextMenu || watched != ui->leData) {
+        return false;
+    }
+    return ButtonMenu::exec(static_cast<QContextMenuEvent *>(event)->globalPos(), buttons(),
+                            ui->leData);
+}
+
+/// The buttons that a value may have.
+QList<QPushButton *> outputDataForm::buttons() const
+{
+    return {ui->pbViewImage, ui->pbViewPdf, ui->pbMail, ui->pbXView, ui->pbSubTable, ui->pbLink};
+}
+
 /// Back to a form without a value; the button of the linked record belongs to the record, not
 /// to the value, and stays as it is.
 void outputDataForm::hideValue()
@@ -300,9 +325,9 @@ void outputDataForm::nameControls()
     ui->leData->setValueName(label);
     ui->cbData->setAccessibleName(label);
     ui->lbUrl->setAccessibleName(label + QLatin1Char(' ') + ui->lbUrl->toolTip());
-    QPushButton *const buttons[] = {ui->pbMail, ui->pbViewPdf, ui->pbSubTable, ui->pbLink,
-                                    ui->pbXView};
-    for (QPushButton *button : buttons) {
+    QPushButton *const named[] = {ui->pbMail, ui->pbViewPdf, ui->pbSubTable, ui->pbLink,
+                                  ui->pbXView};
+    for (QPushButton *button : named) {
         button->setAccessibleName(label + QLatin1Char(' ') + button->text().trimmed());
     }
     ui->pbViewImage->setAccessibleName(label + QLatin1Char(' ') + ui->pbViewImage->toolTip());

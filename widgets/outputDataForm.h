@@ -3,6 +3,7 @@
 // One field of a record as the record view shows it.
 #pragma once
 
+#include <QList>
 #include <QVariant>
 #include <QWidget>
 
@@ -82,9 +83,12 @@ public slots:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void connectButtons();
+    QList<QPushButton *> buttons() const;
     void hideValue();
     void alignFirstLines();
     void showText(const QString &text);
