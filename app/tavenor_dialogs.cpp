@@ -111,6 +111,11 @@ void Tavenor::askName(const QString &suggestion, void (Tavenor::*continuation)()
 void Tavenor::updateProgress(int done, int total)
 {
     reachedPercent = Values::percent(done, total);
+    keepPainting();
+}
+
+void Tavenor::keepPainting()
+{
     if (operationRunning && sincePaint.elapsed() < PaintEveryMilliseconds) {
         return;
     }
