@@ -33,18 +33,6 @@ QString comparable(const QString &title)
     return title.toLower().simplified();
 }
 
-/// True when `title`, made comparable, would begin with another character than `wanted`, which
-/// is so for most titles and told without making it.
-bool beginsOtherwise(const QString &title, const QString &wanted)
-{
-    constexpr ushort Blank = 0x20;
-    constexpr ushort LastOfAscii = 0x7E;
-    const QChar first = title.isEmpty() ? QChar() : title.at(0);
-    // White space in front is cut; beyond ASCII a letter in lower case may be several.
-    const bool isPlain = first.unicode() > Blank && first.unicode() <= LastOfAscii;
-    return isPlain && (wanted.isEmpty() || first.toLower() != wanted.at(0));
-}
-
 QString noSuchField(const QString &field)
 {
     return QString::asprintf("ERRORE: Il campo '%s' non esiste!\n", qUtf8Printable(field));
@@ -181,8 +169,7 @@ bool DataBase::titleExists(const QString &table, const QString &text) const
     }
     RowPass titles(table, {columns.at(1)});
     while (titles.next()) {
-        const QString title = titles.value(0).toString();
-        if (!beginsOtherwise(title, wanted) && comparable(title) == wanted) {
+        if (comparable(titles.value(0).toString()) == wanted) {
             return true;
         }
     }

@@ -335,8 +335,6 @@ void TestDataBase::titleExists_data()
     QTest::newRow("the same text") << text("Il  Primo") << true;
     QTest::newRow("letter case and white space do not matter") << text(" il primo\n") << true;
     QTest::newRow("letters beyond ASCII have cases too") << text("CITTÀ") << true;
-    QTest::newRow("a sign whose lower case is a letter") << text("\u212Aelvin") << true;
-    QTest::newRow("a title with another letter first") << text("delvin") << false;
     QTest::newRow("a part of a title") << text("Primo") << false;
     QTest::newRow("a title with an apostrophe is never found") << text("l'uva") << false;
     QTest::newRow("a stored doubled quote is found by a single one") << text("due'quote") << true;
@@ -352,7 +350,6 @@ void TestDataBase::titleExists()
     addBook(3, text("'l''uva'"), text("''"));
     addBook(4, text("'due''''quote'"), text("''"));
     addBook(5, text("NULL"), text("''"));
-    addBook(6, text("'Kelvin'"), text("''"));
     QCOMPARE(db->titleExists(Books, asked), exists);
 }
 
