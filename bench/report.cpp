@@ -113,10 +113,11 @@ QString Report::row(const QString &operation, int records) const
     };
     const double spent = value(operation, records);
     const double floor = value(operation + Floor, records);
+    const bool hasFloor = values.value(operation + Floor).contains(records);
     const QStringList cells = {operation,
                                QString::number(records),
                                shown(spent),
-                               floor > 0 ? shown(floor) : None,
+                               hasFloor ? shown(floor) : None,
                                ratio(spent, floor),
                                ratio(spent, value(operation, records / 10)),
                                isTime ? ratio(spent, value(Pass, records)) : None,
