@@ -525,6 +525,8 @@ private:
     /// Sets the texts of the progress dialog, and its bar to 0.
     void prepareProgress(const QString &title, const QString &text);
     void updateProgress(int done, int total);
+    /// Paints what has changed, the progress that was reached included, when it is time to.
+    void keepPainting();
     /// The same for numbers of values, which may be more than an int can count.
     void updateValueProgress(qint64 done, qint64 total);
 

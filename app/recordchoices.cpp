@@ -36,7 +36,7 @@ QVector<QPair<int, QString>> fieldValues(const Columns::Reference &reference)
 
 QStringList linkLines(const QString &table, const QStringList &columns)
 {
-    const RecordListContent content = RecordListContent::read(table, columns, [](int) {});
+    const RecordListContent content = RecordListContent::read(table, columns, {[](int) {}, [] {}});
     QStringList lines;
     lines.reserve(content.lines.size());
     for (int row = 0; row < content.lines.size(); ++row) {

@@ -28,8 +28,7 @@ QVector<int> placesOf(const QStringList &wanted, QStringList &columns)
 } // namespace
 
 RecordListContent RecordListContent::read(const QString &table, const QStringList &columns,
-                                          const std::function<void(int)> &step,
-                                          const Filters::Predicate &filter)
+                                          const Steps &steps, const Filters::Predicate &filter)
 {
     RecordListContent content;
     if (columns.isEmpty()) {
@@ -48,9 +47,10 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
     };
     for (int done = 0; rows.next(); ++done) {
         if (!filter.passes(valueAt)) {
+            steps.other();
             continue;
         }
-        step(done);
+        steps.lineRead(done);
         const int id = Values::recordId(rows.value(0));
         const QString text = isReference ? titles.text(rows.value(1)) : rows.value(1).toString();
         content.lines.append(RecordLines::listLine(text));
@@ -66,9 +66,9 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
     return content;
 }
 
-void RecordListContent::sort()
+void RecordListContent::sort(const Steps &steps)
 {
-    const QVector<int> order = RecordLines::alphabeticalOrder(lines);
+    const QVector<int> order = RecordLines::alphabeticalOrder(lines, steps.other);
     QStringList sortedLines;
     QVector<int> sortedIds;
     QVector<bool> sortedTitled;
@@ -85,9 +85,10 @@ void RecordListContent::sort()
     titled.swap(sortedTitled);
 }
 
-void RecordListContent::index()
+void RecordListContent::index(const Steps &steps)
 {
     for (int row = 0; row < lines.size(); ++row) {
+        steps.other();
         // A record without a title has a line that opens nothing.
         if (titled.at(row)) {
             map.insert(map.constEnd(), lines.at(row), ids.at(row));

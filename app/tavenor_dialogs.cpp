@@ -113,6 +113,11 @@ void Tavenor::updateProgress(int done, int total)
 {
     reached = done;
     toReach = total;
+    keepPainting();
+}
+
+void Tavenor::keepPainting()
+{
     if (operationRunning && sincePaint.elapsed() < PaintEveryMilliseconds) {
         return;
     }

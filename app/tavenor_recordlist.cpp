@@ -66,7 +66,7 @@ void Tavenor::loadUserList(const QString &table)
     lineIds = content.ids;
     {
         const QSignalBlocker quiet(ui->userListWidget);
-        ui->userListWidget->addItems(listLines);
+        ui->userListWidget->addLines(listLines);
     }
     if (listLines.isEmpty()) {
         ui->lbViewInfo->setText(RecordLines::Empty);
@@ -91,14 +91,15 @@ RecordListContent Tavenor::readRecordList(const QString &table)
 {
     const Progress progress(*this, QStringLiteral("Elaborazione"), table);
     const int total = RowPass::count(table);
-    RecordListContent content = RecordListContent::read(
-        table, db->fieldNames(table), [this, total](int done) { updateProgress(done, total); },
-        filterPredicate(table));
+    const RecordListContent::Steps steps = {
+        [this, total](int done) { updateProgress(done, total); }, [this] { keepPainting(); }};
+    RecordListContent content =
+        RecordListContent::read(table, db->fieldNames(table), steps, filterPredicate(table));
     listedConditions = conditionsInForce();
     if (ui->pbSort->isChecked()) {
-        content.sort();
+        content.sort(steps);
     }
-    content.index();
+    content.index(steps);
     return content;
 }
 

@@ -31,12 +31,7 @@ void calculator(benchmark::State &state)
     }
 }
 
-void sizes(benchmark::internal::Benchmark *row)
-{
-    row->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.4);
-}
-
-BENCHMARK(calculatorFloor)->Name("calculator|floor")->Apply(sizes);
-BENCHMARK(calculator)->Name("calculator")->Apply(sizes);
+BENCHMARK(calculatorFloor)->Name("calculator|floor")->Apply(OpenWindow::sizes);
+BENCHMARK(calculator)->Name("calculator")->Apply(OpenWindow::sizes);
 
 } // namespace

@@ -5,9 +5,12 @@
 
 #include "bench/collection.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTimer>
 
 OpenWindow::OpenWindow(const QString &databasePath, const QString &table)
     : before(QDir::currentPath())
@@ -31,6 +34,20 @@ OpenWindow::OpenWindow(int records)
 void OpenWindow::sizes(benchmark::internal::Benchmark *row)
 {
     row->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(0.4);
+    if (qEnvironmentVariableIsSet("TAVENOR_BENCH_LARGE")) {
+        row->Arg(1000000);
+    }
+}
+
+void OpenWindow::chooseFile(const QString &fileName, const std::function<void()> &gone)
+{
+    QTimer::singleShot(0, qApp, [fileName, gone] {
+        auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(fileName);
+        dialog->setOption(QFileDialog::DontConfirmOverwrite);
+        QObject::connect(dialog, &QObject::destroyed, qApp, gone);
+        QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+    });
 }
 
 OpenWindow::~OpenWindow()

@@ -9,6 +9,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <memory>
 
 /// The program's window over one database, in a working directory of its own.
@@ -28,7 +29,12 @@ public:
         return window->findChild<Widget *>(QString::fromUtf8(name));
     }
 
-    /// The numbers of records that each operation is measured with.
+    /// Answers the file dialog that is going to be opened with this file, and calls `gone` when it
+    /// has left the screen: what comes then is the command's own.
+    static void chooseFile(const QString &fileName, const std::function<void()> &gone);
+
+    /// The numbers of records that each operation is measured with; a million only when the
+    /// variable TAVENOR_BENCH_LARGE is set.
     static void sizes(benchmark::internal::Benchmark *row);
 
 private:

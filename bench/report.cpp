@@ -4,6 +4,7 @@
 #include "bench/report.h"
 
 #include <QFile>
+#include <QSysInfo>
 #include <QTextStream>
 
 namespace
@@ -11,30 +12,48 @@ namespace
 
 const QString Pass = QStringLiteral("bare pass");
 const QString Floor = QStringLiteral("|floor");
+const QString None = QStringLiteral("-");
 
-QString processor()
+// The value of the first line of a file of the system that begins with `name`.
+QString systemValue(const QString &fileName, const QString &name)
 {
-    QFile file(QStringLiteral("/proc/cpuinfo"));
+    QFile file(fileName);
     file.open(QIODevice::ReadOnly);
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     for (const QString &line : lines) {
-        if (line.startsWith(QStringLiteral("model name"))) {
+        if (line.startsWith(name)) {
             return line.section(QLatin1Char(':'), 1).trimmed();
         }
     }
-    return QStringLiteral("unknown processor");
+    return QStringLiteral("unknown");
+}
+
+QString machine(int cores)
+{
+    return systemValue(QStringLiteral("/proc/cpuinfo"), QStringLiteral("model name")) +
+           QStringLiteral(", %1 cores, memory %2, %3, Qt %4")
+               .arg(cores)
+               .arg(systemValue(QStringLiteral("/proc/meminfo"), QStringLiteral("MemTotal")),
+                    QSysInfo::prettyProductName(), QString::fromLatin1(qVersion()));
 }
 
 QString ratio(double value, double base)
 {
-    return base > 0 ? QString::asprintf("%.2f", value / base) : QStringLiteral("-");
+    return base > 0 ? QString::asprintf("%.2f", value / base) : None;
 }
 
 } // namespace
 
+Report::Report(const QString &command)
+    : command(command)
+{
+}
+
 bool Report::ReportContext(const Context &context)
 {
-    QTextStream(stdout) << processor() << ", " << context.cpu_info.num_cpus << " cores\n\n";
+    text = QStringLiteral("Machine: %1  \nCommand: `%2`\n\n")
+               .arg(machine(context.cpu_info.num_cpus), command);
+    QTextStream(stdout) << text;
     return true;
 }
 
@@ -43,7 +62,11 @@ void Report::ReportRuns(const std::vector<Run> &runs)
     for (const Run &run : runs) {
         const QString operation = QString::fromStdString(run.run_name.function_name);
         const int records = QString::fromStdString(run.run_name.args).toInt();
-        times[operation][records] = run.GetAdjustedRealTime();
+        values[operation][records] = run.GetAdjustedRealTime();
+        for (const auto &counter : run.counters) {
+            units[operation] = QString::fromStdString(counter.first);
+            values[operation][records] = counter.second.value;
+        }
         if (!operation.endsWith(Floor) && !operations.contains(operation)) {
             operations.append(operation);
         }
@@ -52,34 +75,52 @@ void Report::ReportRuns(const std::vector<Run> &runs)
 
 void Report::Finalize()
 {
-    QTextStream out(stdout);
-    out.setCodec("UTF-8");
-    out << QString::fromUtf8(
-        "| Operation | Records | ms | floor, ms | ratio to floor | ratio to bare pass | µs a "
-        "record |\n"
-        "|---|---:|---:|---:|---:|---:|---:|\n");
+    QString table = QString::fromUtf8(
+        "| Operation | Records | measured | floor | ratio to floor | growth | ratio to bare pass | "
+        "µs a record |\n|---|---:|---:|---:|---:|---:|---:|---:|\n");
     for (const QString &operation : qAsConst(operations)) {
-        for (const int records : times.value(operation).keys()) {
-            out << row(operation, records);
+        for (const int records : values.value(operation).keys()) {
+            table += row(operation, records);
         }
     }
+    QTextStream out(stdout);
+    out.setCodec("UTF-8");
+    out << table;
+    text += table;
 }
 
-double Report::time(const QString &operation, int records) const
+bool Report::write(const QString &fileName) const
 {
-    return times.value(operation).value(records);
+    if (fileName.isEmpty()) {
+        return true;
+    }
+    QFile file(fileName);
+    const QByteArray bytes = text.toUtf8();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+}
+
+double Report::value(const QString &operation, int records) const
+{
+    return values.value(operation).value(records);
 }
 
 QString Report::row(const QString &operation, int records) const
 {
-    const double spent = time(operation, records);
-    const double floor = time(operation + Floor, records);
+    const QString unit = units.value(operation, QStringLiteral("ms"));
+    const bool isTime = !units.contains(operation);
+    const auto shown = [&](double value) {
+        return QString::asprintf(isTime ? "%.2f " : "%.0f ", value) + unit;
+    };
+    const double spent = value(operation, records);
+    const double floor = value(operation + Floor, records);
+    const bool hasFloor = values.value(operation + Floor).contains(records);
     const QStringList cells = {operation,
                                QString::number(records),
-                               QString::asprintf("%.2f", spent),
-                               floor > 0 ? QString::asprintf("%.2f", floor) : QStringLiteral("-"),
+                               shown(spent),
+                               hasFloor ? shown(floor) : None,
                                ratio(spent, floor),
-                               ratio(spent, time(Pass, records)),
-                               QString::asprintf("%.2f", spent * 1000 / records)};
+                               ratio(spent, value(operation, records / 10)),
+                               isTime ? ratio(spent, value(Pass, records)) : None,
+                               isTime ? QString::asprintf("%.2f", spent * 1000 / records) : None};
     return QStringLiteral("| ") + cells.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
 }

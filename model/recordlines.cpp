@@ -13,16 +13,40 @@
 namespace
 {
 
+/// Calls a function at every so many of the steps that are counted.
+class SlowSteps
+{
+public:
+    explicit SlowSteps(const std::function<void()> &step)
+        : step(step)
+    {
+    }
+    void count()
+    {
+        if (++counted % StepsOfACall == 0) {
+            step();
+        }
+    }
+
+private:
+    static constexpr int StepsOfACall = 1024;
+    const std::function<void()> &step;
+    unsigned counted = 0;
+};
+
 /// Sorts the row numbers by keys, which are made once for each line: comparing two keys costs
 /// far less than comparing two texts by the rules of a language.
-void sortByKeys(QVector<int> &order, const QStringList &lines, const QCollator &collator)
+void sortByKeys(QVector<int> &order, const QStringList &lines, const QCollator &collator,
+                SlowSteps &steps)
 {
     std::vector<QCollatorSortKey> keys;
     keys.reserve(static_cast<std::size_t>(lines.size()));
     for (const QString &line : lines) {
+        steps.count();
         keys.push_back(collator.sortKey(line));
     }
-    std::stable_sort(order.begin(), order.end(), [&keys, &lines](int a, int b) {
+    std::stable_sort(order.begin(), order.end(), [&keys, &lines, &steps](int a, int b) {
+        steps.count();
         const int difference =
             keys[static_cast<std::size_t>(a)].compare(keys[static_cast<std::size_t>(b)]);
         // Texts of control characters only have the key of the empty text, which comes first.
@@ -63,18 +87,21 @@ QString countText(int lines)
     return QString::asprintf("%d Records", lines);
 }
 
-QVector<int> alphabeticalOrder(const QStringList &lines)
+QVector<int> alphabeticalOrder(const QStringList &lines, const std::function<void()> &step)
 {
+    SlowSteps steps(step);
     QVector<int> order(lines.size());
     std::iota(order.begin(), order.end(), 0);
     const QCollator collator;
     if (collator.locale().language() == QLocale::C) {
         // Without a language localeAwareCompare() goes by code units. The keys would go by code
         // points, which puts the characters beyond U+FFFF elsewhere.
-        std::stable_sort(order.begin(), order.end(),
-                         [&lines](int a, int b) { return lines.at(a) < lines.at(b); });
+        std::stable_sort(order.begin(), order.end(), [&lines, &steps](int a, int b) {
+            steps.count();
+            return lines.at(a) < lines.at(b);
+        });
     } else {
-        sortByKeys(order, lines, collator);
+        sortByKeys(order, lines, collator, steps);
     }
     return order;
 }

@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
+
 namespace RecordLines
 {
 
@@ -25,7 +27,9 @@ QString idAndTitle(qint64 id, const QString &title);
 QString countText(int lines);
 
 /// Row numbers of `lines` in the order in which people read lists: the order of
-/// QString::localeAwareCompare, equal lines in their given order.
-QVector<int> alphabeticalOrder(const QStringList &lines);
+/// QString::localeAwareCompare, equal lines in their given order. `step` is called again and
+/// again meanwhile, so that the window of a long list does not stand still.
+QVector<int> alphabeticalOrder(
+    const QStringList &lines, const std::function<void()> &step = [] {});
 
 } // namespace RecordLines

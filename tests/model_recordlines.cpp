@@ -27,6 +27,8 @@ private slots:
     void orderOfKnownLines();
     void orderIsThatOfLocaleAwareCompare_data();
     void orderIsThatOfLocaleAwareCompare();
+    void orderingALongListTakesManySteps_data();
+    void orderingALongListTakesManySteps();
 };
 
 namespace
@@ -204,6 +206,26 @@ void TestRecordLines::orderIsThatOfLocaleAwareCompare()
     });
     // Many lines compare equal, so that this also shows that equal lines keep their order.
     QCOMPARE(order, expected);
+}
+
+void TestRecordLines::orderingALongListTakesManySteps_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("in Italian") << "it_IT";
+    QTest::newRow("without a language") << "C";
+}
+
+void TestRecordLines::orderingALongListTakesManySteps()
+{
+    QFETCH(QString, language);
+    QStringList lines;
+    for (int i = 0; i < 20000; ++i) {
+        lines.append(QString::number(i * 7919 % 20011));
+    }
+    int steps = 0;
+    inLanguage(language, [&]() { RecordLines::alphabeticalOrder(lines, [&steps] { ++steps; }); });
+    QVERIFY2(steps >= 100, qPrintable(QString::number(steps)));
+    QVERIFY2(steps <= lines.size(), qPrintable(QString::number(steps)));
 }
 
 QTEST_GUILESS_MAIN(TestRecordLines)

@@ -56,6 +56,9 @@ private slots:
     void hintsAreSmaller();
     void longTextsAreWrappedAndCentred();
     void screenReadersHearThePlaceholder();
+    void addedLinesAreOrdinaryItems();
+    void addedLinesAreToldOfOnce();
+    void addedLinesLookLikeItems();
 };
 
 void TestRecordList::init()
@@ -139,6 +142,69 @@ void TestRecordList::screenReadersHearThePlaceholder()
     QCOMPARE(list->accessibleDescription(), all);
     list->setPlaceholder(QString(), {});
     QCOMPARE(list->accessibleDescription(), QString());
+}
+
+void TestRecordList::addedLinesAreOrdinaryItems()
+{
+    list->setPlaceholder("HHH", {"H"});
+    list->addLines({"b", "a", "c"});
+    QVERIFY(paintedLines(painted()).isEmpty());
+    QCOMPARE(list->accessibleDescription(), QString());
+    QCOMPARE(list->count(), 3);
+    QCOMPARE(list->item(1)->text(), QString("a"));
+    QCOMPARE(list->item(1)->data(Qt::EditRole).toString(), QString("a"));
+    QVERIFY(!list->item(1)->data(Qt::DecorationRole).isValid());
+    QCOMPARE(list->item(1)->flags(), QListWidgetItem().flags());
+    QCOMPARE(list->findItems("A", Qt::MatchContains), {list->item(1)});
+
+    QSignalSpy changes(list.get(), &QListWidget::itemChanged);
+    list->item(1)->setText("aa");
+    list->item(2)->setToolTip("tip");
+    QCOMPARE(changes.count(), 2);
+    QCOMPARE(list->item(1)->text(), QString("aa"));
+    QCOMPARE(list->item(2)->toolTip(), QString("tip"));
+    const std::unique_ptr<QListWidgetItem> copy(list->item(1)->clone());
+    QCOMPARE(copy->text(), QString("aa"));
+
+    QSignalSpy selections(list.get(), &QListWidget::itemSelectionChanged);
+    list->setCurrentRow(2);
+    QCOMPARE(selections.count(), 1);
+    list->sortItems();
+    QCOMPARE(list->item(0)->text(), QString("aa"));
+    QCOMPARE(list->currentItem()->text(), QString("c"));
+    list->addLines({"d"});
+    QCOMPARE(list->count(), 4);
+    delete list->takeItem(3);
+    list->clear();
+    QCOMPARE(list->count(), 0);
+    QCOMPARE(paintedLines(painted()).size(), 2);
+}
+
+void TestRecordList::addedLinesAreToldOfOnce()
+{
+    list->addItem("a");
+    const QSignalSpy about(list->model(), &QAbstractItemModel::rowsAboutToBeInserted);
+    const QSignalSpy inserted(list->model(), &QAbstractItemModel::rowsInserted);
+    list->addLines({});
+    QCOMPARE(inserted.count(), 0);
+    list->addLines({"b", "c", "d"});
+    for (const QSignalSpy *const signal : {&about, &inserted}) {
+        QCOMPARE(signal->count(), 1);
+        QVERIFY(!signal->first().at(0).toModelIndex().isValid());
+        QCOMPARE(signal->first().at(1).toInt(), 1);
+        QCOMPARE(signal->first().at(2).toInt(), 3);
+    }
+}
+
+void TestRecordList::addedLinesLookLikeItems()
+{
+    list->addItems({"Il barone rampante", "Cosmicomiche", QString("H").repeated(200)});
+    list->setCurrentRow(1);
+    const QImage expected = painted();
+    list->clear();
+    list->addLines({"Il barone rampante", "Cosmicomiche", QString("H").repeated(200)});
+    list->setCurrentRow(1);
+    QCOMPARE(painted(), expected);
 }
 
 QTEST_MAIN(TestRecordList)

@@ -7,7 +7,50 @@
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>
+#include <QSignalBlocker>
 #include <QToolTip>
+
+namespace
+{
+
+/// A line that holds nothing but its text. The toolkit's own keeps a list of whatever may be
+/// known of it, even if that is a text only.
+class Line : public QListWidgetItem
+{
+public:
+    explicit Line(const QString &text)
+        : ownText(text)
+    {
+    }
+    QListWidgetItem *clone() const override { return new Line(*this); }
+    QVariant data(int role) const override
+    {
+        return isText(role) ? QVariant(ownText) : QListWidgetItem::data(role);
+    }
+    void setData(int role, const QVariant &value) override
+    {
+        if (isText(role)) {
+            ownText = value.toString();
+        }
+        // Tells the list of the change.
+        QListWidgetItem::setData(role, value);
+    }
+
+private:
+    static bool isText(int role) { return role == Qt::DisplayRole || role == Qt::EditRole; }
+
+    QString ownText;
+};
+
+/// Emits a signal about `lines` lines from `first` on, as the model itself does for one.
+void tellOf(QAbstractItemModel &model, const char *signal, int first, int lines)
+{
+    QMetaObject::invokeMethod(&model, signal, Qt::DirectConnection,
+                              Q_ARG(QModelIndex, QModelIndex()), Q_ARG(int, first),
+                              Q_ARG(int, first + lines - 1));
+}
+
+} // namespace
 
 RecordListWidget::RecordListWidget(QWidget *parent)
     : QListWidget(parent)
@@ -22,6 +65,23 @@ RecordListWidget::~RecordListWidget()
 {
     // The base class takes the lines away when the members here are gone already.
     disconnect(model(), nullptr, this, nullptr);
+}
+
+void RecordListWidget::addLines(const QStringList &texts)
+{
+    if (texts.isEmpty()) {
+        return;
+    }
+    const int first = count();
+    tellOf(*model(), "rowsAboutToBeInserted", first, texts.size());
+    {
+        // Otherwise each line would be told of for itself.
+        const QSignalBlocker quiet(model());
+        for (const QString &text : texts) {
+            addItem(new Line(text));
+        }
+    }
+    tellOf(*model(), "rowsInserted", first, texts.size());
 }
 
 void RecordListWidget::setPlaceholder(const QString &text, const QStringList &hints,
