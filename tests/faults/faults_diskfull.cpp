@@ -137,12 +137,10 @@ void DiskFull::secondTryWorks()
     QStringList found;
     for (const Failure &failure : Failures) {
         Scenarios::restore(here, ground.files);
-        const int calls =
-            Trial::once(here, scenario, {failure.act, 1000000, failure.error}).calls;
+        const int calls = Trial::once(here, scenario, {failure.act, 1000000, failure.error}).calls;
         QVERIFY2(calls > 1, "the program is not watched");
         for (const int at : Trial::spread(calls, Campaign::cases(1, 25), Campaign::start())) {
-            const QString fault =
-                faultAt(here, scenario, ground, {failure.act, at, failure.error});
+            const QString fault = faultAt(here, scenario, ground, {failure.act, at, failure.error});
             ++cases;
             if (!fault.isEmpty()) {
                 found.append(QStringLiteral("%1 call %2 of %3: %4")

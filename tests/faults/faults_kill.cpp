@@ -41,8 +41,8 @@ private slots:
     void everyMomentLeavesOldOrNew();
 
 private:
-    static QString faultAt(const Workspace &here, const Scenario &scenario, const Trial::Ground &ground,
-                           const FaultIo::Plan &plan);
+    static QString faultAt(const Workspace &here, const Scenario &scenario,
+                           const Trial::Ground &ground, const FaultIo::Plan &plan);
 };
 
 void Kill::initTestCase()
@@ -97,7 +97,8 @@ void Kill::everyMomentLeavesOldOrNew()
             const Trial::Run whole = Trial::once(here, scenario, {moment.act, 0, 0});
             QVERIFY2(whole.calls > 1, "the program is not watched");
             const int most = Campaign::cases(1, 34);
-            for (const int at : Trial::spread(whole.calls, most, Campaign::start() + quint32(size))) {
+            for (const int at :
+                 Trial::spread(whole.calls, most, Campaign::start() + quint32(size))) {
                 const QString fault = faultAt(here, scenario, ground, {moment.act, at, 0});
                 ++cases;
                 if (!fault.isEmpty()) {

@@ -3,6 +3,7 @@
 // What people do in the window while the disk fails, and the collection that they do it to.
 #include "tests/faults/tools/scenarios.h"
 
+#include "tests/support/Campaign.h"
 #include "tests/support/DesignerPage.h"
 #include "tests/support/FilterPage.h"
 #include "widgets/ImageBox.h"
@@ -45,8 +46,9 @@ constexpr int BatchSize = 1000;
 constexpr int PictureSide = 90;
 
 // A text that takes several pages of the file, so that a save is many writes.
-QString longText(char letter, int length = 9000)
+QString longText(char letter, int usualLength = 9000)
 {
+    const int length = usualLength * Campaign::cases(1, 4);
     QString text(length, QLatin1Char(letter));
     // In lines, as people write: laying out one endless word takes long.
     for (int i = 80; i < length; i += 80) {
@@ -170,6 +172,17 @@ void deleteRecord(Stage &stage)
     }
 }
 
+// The columns of a sub-table, each a type and a label; long labels make the schema large.
+QStringList subColumns()
+{
+    QStringList columns;
+    for (int i = 1; i <= Campaign::cases(3, 9); ++i) {
+        const QString end(Campaign::cases(2, 180), QLatin1Char('x'));
+        columns.append(QStringLiteral("STRING Chi_%1_%2").arg(i).arg(end));
+    }
+    return columns;
+}
+
 void createTable(Stage &stage)
 {
     Tavenor window;
@@ -177,9 +190,7 @@ void createTable(Stage &stage)
     DesignerPage::typeName(window, QStringLiteral("dischi"));
     DesignerPage::add(window, QStringLiteral("STRING"), QStringLiteral("Nome"), true);
     DesignerPage::add(window, QStringLiteral("IMAGE"), QStringLiteral("Copertina"));
-    DesignerPage::addSubTable(window, QStringLiteral("Prestiti"),
-                              {QStringLiteral("STRING Chi"), QStringLiteral("DATE Quando"),
-                               QStringLiteral("STRING Dove")});
+    DesignerPage::addSubTable(window, QStringLiteral("Prestiti"), subColumns());
     const auto chooseIcon = [&stage, &window] {
         stage.answers().chooseFile(stage.workspace().path(PictureFile));
         Window::click(window, "pbIconImage");
@@ -206,8 +217,7 @@ void addFields(Stage &stage)
         DesignerPage::openAdd(window);
         DesignerPage::add(window, QStringLiteral("STRING"), QStringLiteral("Editore"));
         DesignerPage::add(window, QStringLiteral("MONEY"), QStringLiteral("Prezzo"));
-        DesignerPage::addSubTable(window, QStringLiteral("Prestiti"),
-                                  {QStringLiteral("STRING Chi"), QStringLiteral("DATE Quando")});
+        DesignerPage::addSubTable(window, QStringLiteral("Prestiti"), subColumns());
     };
     add();
     stage.begin();
@@ -227,8 +237,8 @@ void saveFilter(Stage &stage)
     Tavenor window;
     const auto save = [&window] {
         FilterPage::open(window);
-        FilterPage::enter(window, Titolo, QString(4000, QLatin1Char('t')));
-        FilterPage::enter(window, Note, QString(4000, QLatin1Char('q')));
+        FilterPage::enter(window, Titolo, QString(longText('t')).remove(QLatin1Char('\n')));
+        FilterPage::enter(window, Note, longText('q'));
         FilterPage::press(window, Titolo, "pbEqual");
         FilterPage::press(window, Note, "pbMajor");
         FilterPage::save(window, FilterName);
@@ -456,12 +466,12 @@ void makeCollection(const Workspace &here, int pageSize)
         statements.append(QStringLiteral("INSERT INTO libri VALUES (%1,'Libro %1','%2','1923',"
                                          "'TABLES_DOC/libri_Libro_%1','','')")
                               .arg(id)
-                              .arg(longText('b', 50 * id)));
+                              .arg(longText('b', 10 * id)));
     }
     for (int id = 1; id <= Authors; ++id) {
         statements.append(QStringLiteral("INSERT INTO autori VALUES (%1,'Autore %1','%2')")
                               .arg(id)
-                              .arg(longText('v', 40 * id)));
+                              .arg(longText('v', 10 * id)));
     }
     here.sql(Database, statements);
     here.write(OtherDatabase, QByteArray());

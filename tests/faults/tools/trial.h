@@ -12,11 +12,11 @@ namespace Trial
 
 /// What became of a child.
 struct Run {
-    int signal = 0;       ///< that ended it; 0 when it came to its end
-    int calls = 0;        ///< the calls that write between begin and end
-    QStringList said;     ///< what the person saw, as Stage::say() has it
-    QStringList told;     ///< the texts of the boxes
-    QString middleFault;  ///< what `look` found between the failures and the second try
+    int signal = 0;      ///< that ended it; 0 when it came to its end
+    int calls = 0;       ///< the calls that write between begin and end
+    QStringList said;    ///< what the person saw, as Stage::say() has it
+    QStringList told;    ///< the texts of the boxes
+    QString middleFault; ///< what `look` found between the failures and the second try
 };
 
 /// Does the scenario in a child, with its calls treated as planned. `look`, when given, is called
