@@ -57,8 +57,14 @@ void setLastDatabase(const QString &path)
     // Beside it first: half a path, or none, would let the next start find nothing.
     QSaveFile file(LastDatabaseFile);
     file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Text)) {
-        QTextStream(&file) << path;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        return;
+    }
+    QTextStream stream(&file);
+    stream << path;
+    stream.flush();
+    // The file itself does not know of what the stream could not write.
+    if (stream.status() == QTextStream::Ok) {
         file.commit();
     }
 }

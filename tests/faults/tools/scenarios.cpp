@@ -48,7 +48,7 @@ constexpr int PictureSide = 90;
 // A text that takes several pages of the file, so that a save is many writes.
 QString longText(char letter, int usualLength = 9000)
 {
-    const int length = usualLength * Campaign::cases(1, 4);
+    const int length = usualLength * Campaign::cases(1, 3);
     QString text(length, QLatin1Char(letter));
     // In lines, as people write: laying out one endless word takes long.
     for (int i = 80; i < length; i += 80) {
@@ -172,15 +172,27 @@ void deleteRecord(Stage &stage)
     }
 }
 
-// The columns of a sub-table, each a type and a label; long labels make the schema large.
-QStringList subColumns()
+// Labels of fields; long ones make the schema large.
+QStringList labels(const char *start, int count)
 {
-    QStringList columns;
-    for (int i = 1; i <= Campaign::cases(3, 9); ++i) {
+    QStringList labels;
+    for (int i = 1; i <= count; ++i) {
         const QString end(Campaign::cases(2, 180), QLatin1Char('x'));
-        columns.append(QStringLiteral("STRING Chi_%1_%2").arg(i).arg(end));
+        labels.append(QStringLiteral("%1_%2_%3").arg(QLatin1String(start)).arg(i).arg(end));
     }
-    return columns;
+    return labels;
+}
+
+// Adds rows for some texts and for a sub-table.
+void addRows(const Tavenor &window)
+{
+    for (const QString &label : labels("Testo", Campaign::cases(1, 12))) {
+        DesignerPage::add(window, QStringLiteral("STRING"), label);
+    }
+    const QStringList columns =
+        labels("Chi", Campaign::cases(3, 15))
+            .replaceInStrings(QRegularExpression(QStringLiteral("^")), QStringLiteral("STRING "));
+    DesignerPage::addSubTable(window, QStringLiteral("Prestiti"), columns);
 }
 
 void createTable(Stage &stage)
@@ -190,7 +202,7 @@ void createTable(Stage &stage)
     DesignerPage::typeName(window, QStringLiteral("dischi"));
     DesignerPage::add(window, QStringLiteral("STRING"), QStringLiteral("Nome"), true);
     DesignerPage::add(window, QStringLiteral("IMAGE"), QStringLiteral("Copertina"));
-    DesignerPage::addSubTable(window, QStringLiteral("Prestiti"), subColumns());
+    addRows(window);
     const auto chooseIcon = [&stage, &window] {
         stage.answers().chooseFile(stage.workspace().path(PictureFile));
         Window::click(window, "pbIconImage");
@@ -217,7 +229,7 @@ void addFields(Stage &stage)
         DesignerPage::openAdd(window);
         DesignerPage::add(window, QStringLiteral("STRING"), QStringLiteral("Editore"));
         DesignerPage::add(window, QStringLiteral("MONEY"), QStringLiteral("Prezzo"));
-        DesignerPage::addSubTable(window, QStringLiteral("Prestiti"), subColumns());
+        addRows(window);
     };
     add();
     stage.begin();
@@ -348,6 +360,8 @@ void startFirst(Stage &stage)
         const Tavenor window;
     }
     stage.end();
+    // It may have stayed where it could not be removed.
+    QFile::remove(stage.workspace().path(Lock));
     const Tavenor window;
 }
 
