@@ -43,7 +43,7 @@ private slots:
     void everyMomentLeavesOldOrNew();
 
 private:
-    static QString faultAt(const Workspace &here, const Scenario &scenario,
+    static QString faultAt(const Workspace &here, Trial::Crossroads &crossroads,
                            const Trial::Ground &ground, const FaultIo::Plan &plan);
 };
 
@@ -53,11 +53,11 @@ void Kill::initTestCase()
 }
 
 // What is wrong with what is left when the program ends as planned; empty when nothing is.
-QString Kill::faultAt(const Workspace &here, const Scenario &scenario, const Trial::Ground &ground,
-                      const FaultIo::Plan &plan)
+QString Kill::faultAt(const Workspace &here, Trial::Crossroads &crossroads,
+                      const Trial::Ground &ground, const FaultIo::Plan &plan)
 {
     Scenarios::restore(here, ground.files);
-    const Trial::Run run = Trial::once(here, scenario, plan);
+    const Trial::Run run = crossroads.go(plan);
     if (run.signal != SIGKILL) {
         return QStringLiteral("ended by signal %1").arg(run.signal);
     }
@@ -99,10 +99,11 @@ void Kill::everyMomentLeavesOldOrNew()
         QCOMPARE(ground.before.databases.first().first(), QStringLiteral("ok"));
         QVERIFY(ground.before.databases != ground.after.databases ||
                 ground.before.files != ground.after.files);
+        Trial::Crossroads crossroads(here, scenario);
         for (const Moment &moment : Moments) {
             Scenarios::restore(here, ground.files);
             // Counted in a run that nothing ends.
-            const int calls = Trial::once(here, scenario, {moment.act, 0, 0}).calls;
+            const int calls = crossroads.go({moment.act, 0, 0}).calls;
             QVERIFY2(calls > 1, "the program is not watched");
             const QVector<int> chosen =
                 Trial::spread(calls, wanted / shares, Campaign::start() + quint32(pageSize));
@@ -110,7 +111,7 @@ void Kill::everyMomentLeavesOldOrNew()
             wanted -= chosen.size();
             cases += chosen.size();
             for (const int at : chosen) {
-                const QString fault = faultAt(here, scenario, ground, {moment.act, at, 0});
+                const QString fault = faultAt(here, crossroads, ground, {moment.act, at, 0});
                 if (!fault.isEmpty()) {
                     found.append(QStringLiteral("%1 call %2 of %3, page size %4: %5")
                                      .arg(QLatin1String(moment.name))
