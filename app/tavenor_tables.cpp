@@ -13,9 +13,9 @@
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/attachfile.h"
 #include "widgets/ownedwidgets.h"
 
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 
@@ -179,7 +179,7 @@ QString Tavenor::chooseTableIcon()
     const QString storedPath = dataFolderName + QLatin1Char('/') + fileName;
     if (QFileInfo(chosen).isFile() && Attachments::mayBeOpened(databaseFolder, storedPath)) {
         // Deliberate: an icon that is there already is never overwritten.
-        QFile::copy(chosen, databaseFolder + storedPath);
+        AttachFile::copyWhole(chosen, databaseFolder + storedPath);
     }
     return storedPath;
 }

@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QTextStream>
 
 namespace WorkingFiles
@@ -53,9 +54,18 @@ void setLastDatabase(const QString &path)
     if (!isUsable(LastDatabaseFile)) {
         return;
     }
-    QFile file(LastDatabaseFile);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
-        QTextStream(&file) << path;
+    // Beside it first: half a path, or none, would let the next start find nothing.
+    QSaveFile file(LastDatabaseFile);
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        return;
+    }
+    QTextStream stream(&file);
+    stream << path;
+    stream.flush();
+    // The file itself does not know of what the stream could not write.
+    if (stream.status() == QTextStream::Ok) {
+        file.commit();
     }
 }
 

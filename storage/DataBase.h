@@ -160,6 +160,7 @@ private:
     static NewId idAfter(qint64 largest, const QString &error);
     int insert(const QString &table, const NewId &newId, const FieldPairs &values,
                const Message &message);
+    bool canReadSchema() const;
     QString missingFor(const QString &table, int id, const QString &field) const;
     bool confirmIdChange(int id, int newId);
     bool trySilently(const std::function<bool()> &commands);

@@ -274,9 +274,13 @@ bool DataBase::insertRow(const SqlText::RowInsertion &insertion, int id, const F
     return change(reason, insertion.statement(id, values), {});
 }
 
-/// What an update of this field lacks, as people read it; empty when nothing is missing.
+/// What an update of this field lacks, as people read it; empty when nothing is missing. A database
+/// that cannot be read lacks nothing that anybody knows of: the statement itself tells why.
 QString DataBase::missingFor(const QString &table, int id, const QString &field) const
 {
+    if (!canReadSchema()) {
+        return QString();
+    }
     if (!tableExists(table)) {
         return QString::asprintf("ERRORE: La Tabella '%s' non esiste!\n", qUtf8Printable(table));
     }

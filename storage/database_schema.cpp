@@ -69,6 +69,12 @@ bool DataBase::tableExists(const QString &table) const
     return tables().contains(table);
 }
 
+/// False while nobody can tell which tables there are, for instance on a disk that fails.
+bool DataBase::canReadSchema() const
+{
+    return run(SqlText::schemaEntries()).isActive();
+}
+
 QStringList DataBase::fieldNames(const QString &table) const
 {
     return fieldNames(table, nullptr);

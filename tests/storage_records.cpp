@@ -82,6 +82,7 @@ private slots:
     void updateFieldFails_data();
     void updateFieldFails();
     void updateFieldReportsTheDriversText();
+    void updateFieldOfAnUnreadableDatabase();
     void changingTheIdAsksFirst();
     void changingTheIdIsDeclined_data();
     void changingTheIdIsDeclined();
@@ -412,6 +413,19 @@ void TestRecords::updateFieldReportsTheDriversText()
     QCOMPARE(responder.takeTexts(),
              QStringList(text("ERRORE: Impossibile aggiornare il Record!\n"
                               "CHECK constraint failed: a < 9 Unable to fetch row")));
+}
+
+void TestRecords::updateFieldOfAnUnreadableDatabase()
+{
+    QCOMPARE(db->insertRecord(Books, false, 0), 1);
+    workspace->write(text("collezione.db"), QByteArray(8192, 'x'));
+    ModalResponder responder;
+    responder.answer(QMessageBox::Ok);
+    QVERIFY(!db->updateField(Books, 1, Title, text("Zeno")));
+    // Not that there is no such table.
+    QCOMPARE(responder.takeTexts(),
+             QStringList(text("ERRORE: Impossibile aggiornare il Record!\n"
+                              "file is not a database Unable to fetch row")));
 }
 
 void TestRecords::changingTheIdAsksFirst()

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 // Start-up, the lock, opening and creating databases.
 #include "app/Tavenor.h"
+#include "app/workingfiles.h"
 #include "tests/support/ModalResponder.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/Window.h"
 #include "tests/support/Workspace.h"
 
@@ -62,6 +64,7 @@ private slots:
     void relativePathsKeepFoldersHere();
     void cancelledDialogsChangeNothing();
     void openReplacesDatabase();
+    void olderPathStaysOnAFullDisk();
     void openLeavesTheEntryPage();
     void newCreatesDatabase();
     void openCreatesMissingFile();
@@ -384,6 +387,18 @@ void StartUp::openReplacesDatabase()
     QCOMPARE(Window::shownText(window, QStringLiteral("Nome")), QStringLiteral("Lira"));
     QCOMPARE(here.read(QStringLiteral("lastDb.dat")), here.path(Coins).toUtf8());
     QCOMPARE(window.windowTitle(), QStringLiteral("DB Administration Tool"));
+}
+
+void StartUp::olderPathStaysOnAFullDisk()
+{
+    const Workspace here;
+    WorkingFiles::setLastDatabase(QStringLiteral("/dati/vecchio.db"));
+    {
+        const SmallDisk disk(4);
+        WorkingFiles::setLastDatabase(QStringLiteral("/dati/nuovo.db"));
+    }
+    QCOMPARE(WorkingFiles::lastDatabase(), QStringLiteral("/dati/vecchio.db"));
+    QCOMPARE(QDir(here.path()).entryList(QDir::Files), QStringList(QStringLiteral("lastDb.dat")));
 }
 
 void StartUp::openLeavesTheEntryPage()

@@ -2,18 +2,16 @@
 // SPDX-License-Identifier: MIT
 // Export and import of records in Export Manager Files.
 #include "tests/support/EntryPage.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/Sql.h"
 #include "widgets/progressBarForm.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QProgressBar>
 #include <QRandomGenerator>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace
@@ -21,7 +19,6 @@ namespace
 
 const QString Books = QStringLiteral("books.db");
 const QString Folder = QStringLiteral("ExportManagerFiles");
-const QString TaskOption = QStringLiteral("--task=");
 const QString NoTable = QStringLiteral("Nessuna Tabella Caricata!");
 const QString CannotWrite = QStringLiteral("ERRORE: Impossibile scrivere sul file!");
 const QString CannotOpen = QStringLiteral("ERRORE: Impossibile aprire il file!");
@@ -145,56 +142,6 @@ QStringList texts(std::initializer_list<const char *> utf8)
     return list;
 }
 
-// Many records with long texts, so that their batches are many writes.
-constexpr int ManyRecords = 2500;
-QByteArray manyRecords()
-{
-    QByteArray bytes = "libri\n";
-    for (int id = 1; id <= ManyRecords; ++id) {
-        bytes += book(QByteArray::number(id), QByteArray(200, 'a'), QByteArray::number(id));
-    }
-    return bytes;
-}
-
-// What a child process does before it is killed or ends.
-int runTask(const QString &task)
-{
-    Tavenor window;
-    if (task == QStringLiteral("export")) {
-        const BoxCounter boxes;
-        window.autoExportAll();
-        return 0;
-    }
-    ModalResponder responder;
-    responder.chooseFile(QDir::current().filePath(QStringLiteral("import.xmf")));
-    window.importFromFile();
-    return 0;
-}
-
-// Runs a task in a child that is killed at its write number `at` to a file whose path holds
-// `file`, never for 0. True when it came to its end.
-bool survives(const Workspace &here, const QString &task, const QString &file, int at)
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(KILL_SHIM));
-    environment.insert(QStringLiteral("TAVENOR_KILL_FILE"), file);
-    environment.insert(QStringLiteral("TAVENOR_KILL_AT"), QString::number(at));
-    environment.insert(QStringLiteral("TAVENOR_KILL_HALF"), QStringLiteral("1"));
-    environment.insert(QStringLiteral("ASAN_OPTIONS"),
-                       QStringLiteral("detect_leaks=0:verify_asan_link_order=0"));
-    QProcess child;
-    child.setProcessEnvironment(environment);
-    child.setWorkingDirectory(here.path());
-    child.start(QCoreApplication::applicationFilePath(), {TaskOption + task});
-    if (!child.waitForFinished(120000)) {
-        child.kill();
-        child.waitForFinished();
-        qFatal("the child does not end");
-    }
-    QFile::remove(here.path(QStringLiteral("lockDb.dat")));
-    return child.exitStatus() == QProcess::NormalExit;
-}
-
 } // namespace
 
 class Xmf : public QObject
@@ -213,7 +160,6 @@ private slots:
     void exportOfEverythingGoesOn();
     void exportOfEverythingReadsTheTablesAnew();
     void olderFileStaysOnAFullDisk();
-    void killedExportLeavesTheOlderFile();
     void openDatabaseIsNoFile_data();
     void openDatabaseIsNoFile();
     void lockedDatabaseExportsNothing();
@@ -252,7 +198,6 @@ private slots:
     void failedBatchIsDoneAgain();
     void foreignTablesRecordByRecord();
     void asRecordByRecord();
-    void killedImportLeavesWholeRecords();
 };
 
 void Xmf::tableExport()
@@ -422,47 +367,16 @@ void Xmf::olderFileStaysOnAFullDisk()
     }
     program.here.sql(Books, rows);
     program.here.write(QStringLiteral("old.xmf"), "vecchio");
-    signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const rlimit small{50000, before.rlim_max};
     ModalResponder responder;
     responder.chooseFile(program.here.path(QStringLiteral("old.xmf")));
     responder.answer(QMessageBox::Ok);
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-    program.trigger("actionExport");
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
+    {
+        const SmallDisk disk(50000);
+        program.trigger("actionExport");
+    }
     QCOMPARE(responder.takeTexts(), QStringList(CannotWrite));
     QCOMPARE(program.here.read(QStringLiteral("old.xmf")), QByteArray("vecchio"));
     QVERIFY(!progressForm().isVisible());
-}
-
-void Xmf::killedExportLeavesTheOlderFile()
-{
-    const Workspace here;
-    here.sql(Books, BooksTables);
-    here.remember(Books);
-    QStringList rows;
-    for (int id = 10; id < 1500; ++id) {
-        rows.append(QStringLiteral("INSERT INTO libri VALUES (%1,'titolo','1')").arg(id));
-    }
-    here.sql(Books, rows);
-    const QString name = Folder + QStringLiteral("/libri.xmf");
-    QVERIFY(survives(here, QStringLiteral("export"), name, 0));
-    const QByteArray whole = here.read(name);
-    QVERIFY(whole.size() > 100000);
-    bool survived = false;
-    int olderLeft = 0;
-    for (int at = 1; !survived; ++at) {
-        here.write(name, "vecchio");
-        // What is written has no name yet, so all files of the folder are watched.
-        survived = survives(here, QStringLiteral("export"), Folder + QLatin1Char('/'), at);
-        const QByteArray left = here.read(name);
-        olderLeft += left == "vecchio" ? 1 : 0;
-        QVERIFY(left == "vecchio" || left == whole);
-        QVERIFY(!survived || left == whole);
-    }
-    QVERIFY2(olderLeft > 2, qPrintable(QString::number(olderLeft)));
 }
 
 void Xmf::openDatabaseIsNoFile_data()
@@ -1073,48 +987,6 @@ void Xmf::asRecordByRecord()
     QCOMPARE(outcomes[0], outcomes[1]);
 }
 
-void Xmf::killedImportLeavesWholeRecords()
-{
-    const Workspace here;
-    here.sql(Books, BooksTables.mid(0, 3));
-    here.remember(Books);
-    here.write(QStringLiteral("import.xmf"), manyRecords());
-    {
-        // Makes the program's own tables.
-        const Tavenor window;
-    }
-    const QByteArray empty = here.read(Books);
-    const QString import = QStringLiteral("import");
-    QVERIFY(survives(here, import, Books, 0));
-    const QStringList whole = EntryPage::exactRows(here, Books, QStringLiteral("libri"));
-    QCOMPARE(whole.size(), ManyRecords);
-    bool survived = false;
-    QSet<int> sizes;
-    for (int at = 1; !survived; at += 40) {
-        QFile::remove(here.path(Books + QStringLiteral("-journal")));
-        here.write(Books, empty);
-        survived = survives(here, import, Books, at);
-        const QStringList left = EntryPage::exactRows(here, Books, QStringLiteral("libri"));
-        QCOMPARE(left, whole.mid(0, left.size()));
-        sizes.insert(left.size());
-        if (!survived) {
-            QVERIFY(survives(here, import, Books, 0));
-            QCOMPARE(EntryPage::exactRows(here, Books, QStringLiteral("libri")), whole);
-        }
-    }
-    // Whole batches, and at least one in between.
-    QVERIFY(sizes.size() >= 3);
-}
-
-int main(int argc, char *argv[])
-{
-    const QApplication application(argc, argv);
-    const QString option = QCoreApplication::arguments().value(1);
-    if (option.startsWith(TaskOption)) {
-        return runTask(option.mid(TaskOption.size()));
-    }
-    Xmf test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_MAIN(Xmf)
 
 #include "ui_xmf.moc"

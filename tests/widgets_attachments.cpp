@@ -5,6 +5,7 @@
 #include "widgets/inputDataForm.h"
 
 #include "tests/support/ModalResponder.h"
+#include "tests/support/SmallDisk.h"
 #include "widgets/ImageBox.h"
 
 #include <QClipboard>
@@ -37,6 +38,7 @@ private slots:
     void refusesWhatMayNotBeWritten_data();
     void refusesWhatMayNotBeWritten();
     void doesNotFollowLinksOutside();
+    void leavesNothingOnAFullDisk();
     void savesPicturesUnderFreeNames();
     void savesNoPictureOutside_data();
     void savesNoPictureOutside();
@@ -232,6 +234,22 @@ void TestAttachments::doesNotFollowLinksOutside()
     QCOMPARE(AttachFile::copyIn(base(), Folder, source), QString());
     QCOMPARE(AttachFile::savePicture(base(), Folder, picture(Qt::red)), QString());
     QVERIFY(QDir(outside(QStringLiteral("altrove"))).isEmpty());
+}
+
+void TestAttachments::leavesNothingOnAFullDisk()
+{
+    // The end of it still waits to be written when all has been handed over.
+    const QByteArray bytes(20000, 'p');
+    const QString source = write(QStringLiteral("a.pdf"), bytes);
+    const QString stored = Folder + QStringLiteral("/a.pdf");
+    {
+        const SmallDisk disk(18000);
+        QCOMPARE(AttachFile::copyIn(base(), Folder, source), stored);
+    }
+    // Half a file would count as one that is there already, for ever.
+    QVERIFY(QDir(base() + Folder).isEmpty());
+    QCOMPARE(AttachFile::copyIn(base(), Folder, source), stored);
+    QCOMPARE(read(stored), bytes);
 }
 
 void TestAttachments::savesPicturesUnderFreeNames()

@@ -9,12 +9,20 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMimeData>
+#include <QTemporaryFile>
 #include <QUrl>
+
+#include <functional>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
 
 constexpr int MostNamesTried = 10000;
+constexpr int CopiedAtOnce = 64 * 1024;
+constexpr mode_t UsualMode = 0666;
 
 /// The name of a pasted picture: the first one plain, the others numbered from 2.
 QString pictureName(int number)
@@ -28,15 +36,35 @@ QString storedPath(const QString &folder, const QString &name)
     return folder + QLatin1Char('/') + name;
 }
 
-/// Writes into `file`, which has just been made and is removed again on failure.
-bool writePicture(QFile &file, const QImage &picture)
+/// Makes the file `target`, whole or not at all and never over another one: `fill` writes its
+/// bytes to a file beside it that has no name of its own yet.
+bool makeWhole(const QString &target, const std::function<bool(QIODevice &)> &fill)
 {
-    const bool isWritten = picture.save(&file, "PNG") && file.flush();
-    file.close();
-    if (!isWritten) {
-        file.remove();
+    QTemporaryFile beside(QFileInfo(target).path() + QLatin1String("/qt_temp.XXXXXX"));
+    // On the disk before it has its name: the record that names it may be there in a moment.
+    if (!beside.open() || !fill(beside) || !beside.flush() || fsync(beside.handle()) != 0 ||
+        !beside.rename(target)) {
+        return false;
     }
-    return isWritten;
+    beside.setAutoRemove(false);
+    // It was made for its owner alone.
+    const mode_t mask = umask(0);
+    umask(mask);
+    chmod(QFile::encodeName(target).constData(), UsualMode & ~mask);
+    return true;
+}
+
+bool copyBytes(QIODevice &from, QIODevice &to)
+{
+    QByteArray block(CopiedAtOnce, '\0');
+    qint64 count = 0;
+    do {
+        count = from.read(block.data(), block.size());
+        if (count > 0 && to.write(block.constData(), count) != count) {
+            return false;
+        }
+    } while (count > 0);
+    return count == 0;
 }
 
 } // namespace
@@ -58,9 +86,20 @@ QString copyIn(const QString &base, const QString &folder, const QString &source
     }
     QDir().mkdir(base + folder);
     if (isRegularFile(source)) {
-        QFile::copy(source, base + path);
+        copyWhole(source, base + path);
     }
     return path;
+}
+
+bool copyWhole(const QString &source, const QString &target)
+{
+    QFile file(source);
+    if (QFileInfo::exists(target) || !file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    const bool isCopied =
+        makeWhole(target, [&file](QIODevice &beside) { return copyBytes(file, beside); });
+    return isCopied && QFile::setPermissions(target, file.permissions());
 }
 
 QString savePicture(const QString &base, const QString &folder, const QImage &picture)
@@ -71,11 +110,14 @@ QString savePicture(const QString &base, const QString &folder, const QImage &pi
     QDir().mkdir(base + folder);
     for (int number = 1; number <= MostNamesTried; ++number) {
         const QString path = storedPath(folder, pictureName(number));
-        QFile file(base + path);
-        // NewOnly: another copy of the program may take the same name at this moment.
-        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-            return writePicture(file, picture) ? path : QString();
+        if (QFileInfo::exists(base + path)) {
+            continue;
         }
+        const auto write = [&picture](QIODevice &file) { return picture.save(&file, "PNG"); };
+        if (makeWhole(base + path, write)) {
+            return path;
+        }
+        // Another copy of the program may have taken the same name at this moment.
         if (!QFileInfo::exists(base + path)) {
             return {};
         }

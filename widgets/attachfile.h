@@ -24,6 +24,11 @@ bool isRegularFile(const QString &path);
 /// the path would leave the database's folder or name a program.
 QString copyIn(const QString &base, const QString &folder, const QString &source);
 
+/// Copies the file `source` to `target`, whole or not at all: when it has its name, all of it is on
+/// the disk. False, and nothing is written, when a file of that name is there already; also when
+/// the copying fails.
+bool copyWhole(const QString &source, const QString &target);
+
 /// Saves `picture` as a PNG file under a name that is free in the record's folder, which it
 /// makes when missing. The result is the path to store; empty when nothing could be saved.
 QString savePicture(const QString &base, const QString &folder, const QImage &picture);

@@ -89,7 +89,7 @@ private slots:
     void secondTryWorks();
 
 private:
-    static QString faultAt(const Workspace &here, const Scenario &scenario,
+    static QString faultAt(const Workspace &here, Trial::Crossroads &crossroads,
                            const Trial::Ground &ground, const FaultIo::Plan &plan);
 };
 
@@ -99,13 +99,11 @@ void DiskFull::initTestCase()
 }
 
 // What is wrong when calls fail as planned; empty when nothing is.
-QString DiskFull::faultAt(const Workspace &here, const Scenario &scenario,
+QString DiskFull::faultAt(const Workspace &here, Trial::Crossroads &crossroads,
                           const Trial::Ground &ground, const FaultIo::Plan &plan)
 {
     Scenarios::restore(here, ground.files);
-    const Trial::Run run = Trial::once(here, scenario, plan, [&](const QStringList &told) {
-        return faultAfterFailures(Scenarios::stateOf(here), ground, told);
-    });
+    const Trial::Run run = crossroads.go(plan);
     if (run.signal != 0) {
         return QStringLiteral("ended by signal %1").arg(run.signal);
     }
@@ -133,16 +131,18 @@ void DiskFull::secondTryWorks()
     const Scenario &scenario = Scenarios::all().at(index);
     const Workspace here;
     const Trial::Ground ground = Trial::prepare(here, scenario, 4096);
+    Trial::Crossroads crossroads(here, scenario, [&](const QStringList &told) {
+        return faultAfterFailures(Scenarios::stateOf(here), ground, told);
+    });
     int cases = 0;
     QStringList found;
     for (const Failure &failure : Failures) {
         Scenarios::restore(here, ground.files);
-        const int calls =
-            Trial::once(here, scenario, {failure.act, 1000000, failure.error}).calls;
+        const int calls = crossroads.go({failure.act, 1000000, failure.error}).calls;
         QVERIFY2(calls > 1, "the program is not watched");
         for (const int at : Trial::spread(calls, Campaign::cases(1, 25), Campaign::start())) {
             const QString fault =
-                faultAt(here, scenario, ground, {failure.act, at, failure.error});
+                faultAt(here, crossroads, ground, {failure.act, at, failure.error});
             ++cases;
             if (!fault.isEmpty()) {
                 found.append(QStringLiteral("%1 call %2 of %3: %4")

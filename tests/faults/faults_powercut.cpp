@@ -38,8 +38,7 @@ std::vector<Event> record(const Workspace &here, const Scenario &scenario)
 {
     std::vector<Event> log;
     Scenarios::Stage stage(
-        here, [&] { FaultIo::record(here.path().toStdString(), &log); },
-        [] { FaultIo::disarm(); });
+        here, [&] { FaultIo::record(here.path().toStdString(), &log); }, [] { FaultIo::disarm(); });
     scenario.run(stage);
     return log;
 }
@@ -100,12 +99,12 @@ void PowerCuts::modelLosesWholeSectors()
     QSet<QByteArray> seen;
     for (quint32 start = 0; start < 200; ++start) {
         QRandomGenerator random(start);
-        const QByteArray bytes =
-            cut.image(Keeps::Some, random).value(QStringLiteral("a"));
+        const QByteArray bytes = cut.image(Keeps::Some, random).value(QStringLiteral("a"));
         QCOMPARE(bytes.size(), 2048);
         QCOMPARE(bytes.left(100), QByteArray(100, 'o'));
         QCOMPARE(bytes.mid(1700), QByteArray(348, 'o'));
-        const QVector<QPair<int, int>> pieces = {{100, 512}, {512, 1024}, {1024, 1536}, {1536, 1700}};
+        const QVector<QPair<int, int>> pieces = {
+            {100, 512}, {512, 1024}, {1024, 1536}, {1536, 1700}};
         for (const QPair<int, int> &piece : pieces) {
             const int length = piece.second - piece.first;
             const QByteArray part = bytes.mid(piece.first, length);
@@ -179,9 +178,9 @@ void PowerCuts::everyCutLeavesOldOrNew()
             if (!places.contains(place)) {
                 continue;
             }
-            const QVector<Keeps> ways = Campaign::isFull()
-                                            ? QVector<Keeps>{Keeps::Nothing, Keeps::Some, Keeps::Everything}
-                                            : QVector<Keeps>{Keeps::Some};
+            const QVector<Keeps> ways =
+                Campaign::isFull() ? QVector<Keeps>{Keeps::Nothing, Keeps::Some, Keeps::Everything}
+                                   : QVector<Keeps>{Keeps::Some};
             for (const Keeps keeps : ways) {
                 const Files image = cut.image(keeps, random);
                 const QByteArray hash = hashOf(image);

@@ -3,11 +3,27 @@
 // How long a fault test runs, and where it writes down what it did.
 #include "tests/support/Campaign.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QStringList>
 
 namespace Campaign
 {
+
+namespace
+{
+
+QElapsedTimer started()
+{
+    QElapsedTimer timer;
+    timer.start();
+    return timer;
+}
+
+// Since the program's start or the row before.
+QElapsedTimer sinceLastRow = started();
+
+} // namespace
 
 bool isFull()
 {
@@ -32,7 +48,8 @@ void report(const QString &what, qint64 casesRun, const QString &found)
     if (name.isEmpty()) {
         return;
     }
-    const QStringList cells = {what, QString::number(casesRun), found};
+    const QStringList cells = {what, QString::number(casesRun), found,
+                               QString::number(sinceLastRow.restart() / 1000)};
     QFile file(name);
     if (!file.open(QIODevice::Append) ||
         file.write(cells.join(QLatin1Char('\t')).toUtf8() + '\n') < 0) {

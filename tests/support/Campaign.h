@@ -24,7 +24,8 @@ int cases(int usual, int full);
 quint32 start();
 
 /// Adds a row to the campaign's table: what was tried, how many cases were run, what was found
-/// (for instance "0 failures"). Does nothing when no table is asked for.
+/// (for instance "0 failures"), and the seconds since the row before. Does nothing when no table is
+/// asked for.
 void report(const QString &what, qint64 casesRun, const QString &found);
 
 } // namespace Campaign

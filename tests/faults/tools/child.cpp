@@ -16,24 +16,12 @@ namespace
 
 constexpr unsigned LongestRun = 60; // in seconds
 
-/// What the child does; it never returns into the test.
-[[noreturn]] void live(int outgoing, const std::function<QStringList()> &task)
-{
-    alarm(LongestRun);
-    const QStringList said = task();
-    QFile pipe;
-    if (pipe.open(outgoing, QIODevice::WriteOnly)) {
-        QDataStream stream(&pipe);
-        stream << said;
-        pipe.close();
-    }
-    // Without the ends of what the parent has begun.
-    _exit(0);
-}
+// Of the child, to its parent.
+int outgoing = -1;
 
 } // namespace
 
-Child::Ended Child::run(const std::function<QStringList()> &task)
+bool Child::branch(Ended *ended)
 {
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) {
@@ -45,18 +33,40 @@ Child::Ended Child::run(const std::function<QStringList()> &task)
     }
     if (child == 0) {
         close(ends[0]);
-        live(ends[1], task);
+        outgoing = ends[1];
+        alarm(LongestRun);
+        return true;
     }
     close(ends[1]);
-    Ended ended;
     QFile pipe;
     if (pipe.open(ends[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
         const QByteArray bytes = pipe.readAll();
         QDataStream stream(bytes);
-        stream >> ended.said;
+        stream >> ended->said;
     }
     int status = 0;
     waitpid(child, &status, 0);
-    ended.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    ended->signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    return false;
+}
+
+void Child::finish(const QStringList &said)
+{
+    QFile pipe;
+    if (pipe.open(outgoing, QIODevice::WriteOnly)) {
+        QDataStream stream(&pipe);
+        stream << said;
+        pipe.close();
+    }
+    // Without the ends of what the parent has begun.
+    _exit(0);
+}
+
+Child::Ended Child::run(const std::function<QStringList()> &task)
+{
+    Ended ended;
+    if (branch(&ended)) {
+        finish(task());
+    }
     return ended;
 }

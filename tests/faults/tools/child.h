@@ -18,8 +18,15 @@ struct Ended {
     QStringList said;
 };
 
+/// Goes on in two processes: true in the child, which ends with finish() and never returns into
+/// what called; false in the parent, after the child's end, which `ended` then tells of. A child
+/// that takes a minute is ended by SIGALRM.
+bool branch(Ended *ended);
+/// Ends a child of branch().
+[[noreturn]] void finish(const QStringList &said);
+
 /// Runs the task in a copy of this process, which has all that this one has, the application
-/// among it, and waits for its end. A child that takes a minute is ended by SIGALRM.
+/// among it, and waits for its end.
 Ended run(const std::function<QStringList()> &task);
 
 } // namespace Child

@@ -61,7 +61,10 @@ bool isWatched(const char *path)
         std::snprintf(whole.data() + used, whole.size() - used, "/%s", path);
         path = whole.data();
     }
-    return std::strncmp(path, watchedFolder.data(), watchedLength) == 0;
+    const size_t length = std::strlen(path);
+    // The folder itself is meant too: its names are synchronised through it.
+    const bool isFolder = length + 1 == watchedLength;
+    return std::strncmp(path, watchedFolder.data(), isFolder ? length : watchedLength) == 0;
 }
 
 std::string pathOf(int descriptor)
@@ -75,7 +78,12 @@ std::string pathOf(int descriptor)
 
 bool isWatched(int descriptor)
 {
-    return isArmed() && isWatched(pathOf(descriptor).c_str());
+    if (!isArmed()) {
+        return false;
+    }
+    const std::string path = pathOf(descriptor);
+    // Pipes and the like have names that are no paths.
+    return !path.empty() && path[0] == '/' && isWatched(path.c_str());
 }
 
 struct stat stateOf(int descriptor)

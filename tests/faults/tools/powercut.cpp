@@ -118,7 +118,8 @@ void PowerCut::add(const Event &event)
         numbers.insert(event.file, contents.size());
         contents.append(File());
         if (!event.path.empty()) {
-            laterNames.append(NameChange{event.kind, contents.size() - 1, relative(event.path), {}});
+            laterNames.append(
+                NameChange{event.kind, contents.size() - 1, relative(event.path), {}});
         }
         break;
     case Event::Kind::Write:
@@ -145,8 +146,8 @@ void PowerCut::add(const Event &event)
         break;
     case Event::Kind::Rename:
     case Event::Kind::Link:
-        laterNames.append(
-            NameChange{event.kind, fileOf(event.file), relative(event.other), relative(event.path)});
+        laterNames.append(NameChange{event.kind, fileOf(event.file), relative(event.other),
+                                     relative(event.path)});
         break;
     case Event::Kind::MakeFolder:
         laterNames.append(NameChange{event.kind, -1, relative(event.path), {}});

@@ -51,6 +51,8 @@ struct Scenario {
     /// does not show that it was done, does it once more, as a person would who has made room.
     /// Says "open" when the page with what was typed was still there for that.
     void (*run)(Stage &stage);
+    /// The database that the program opens when it starts.
+    const char *database = "books.db";
 };
 
 /// All of them.

@@ -7,22 +7,49 @@
 #include "tests/faults/tools/faultio.h"
 #include "tests/faults/tools/scenarios.h"
 
+#include <QFile>
+
 namespace Trial
 {
 
 /// What became of a child.
 struct Run {
-    int signal = 0;       ///< that ended it; 0 when it came to its end
-    int calls = 0;        ///< the calls that write between begin and end
-    QStringList said;     ///< what the person saw, as Stage::say() has it
-    QStringList told;     ///< the texts of the boxes
-    QString middleFault;  ///< what `look` found between the failures and the second try
+    int signal = 0;      ///< that ended it; 0 when it came to its end
+    int calls = 0;       ///< the calls that write between begin and end
+    QStringList said;    ///< what the person saw, as Stage::say() has it
+    QStringList told;    ///< the texts of the boxes
+    QString middleFault; ///< what `look` found between the failures and the second try
 };
 
-/// Does the scenario in a child, with its calls treated as planned. `look`, when given, is called
-/// at the end of the failures, before things are done once more.
-Run once(const Workspace &here, const Scenarios::Scenario &scenario, const FaultIo::Plan &plan,
-         const std::function<QString(const QStringList &told)> &look = {});
+/// Looks at what the failures have left, before things are done once more; the result is
+/// Run::middleFault. It gets the texts of the boxes so far.
+using Look = std::function<QString(const QStringList &told)>;
+
+/// Does the scenario in a child, with its calls treated as planned.
+Run once(const Workspace &here, const Scenarios::Scenario &scenario, const FaultIo::Plan &plan);
+
+/// Does a scenario many times without starting anew: a child comes to the moment at which calls
+/// begin to count and waits there. For each trial it sends a child of its own on from that moment.
+class Crossroads
+{
+public:
+    /// The files must be those that every trial begins with.
+    Crossroads(const Workspace &here, const Scenarios::Scenario &scenario, const Look &look = {});
+    ~Crossroads();
+    Crossroads(const Crossroads &) = delete;
+    Crossroads &operator=(const Crossroads &) = delete;
+
+    /// One trial. The files have been put back before.
+    Run go(const FaultIo::Plan &plan);
+
+private:
+    void wait(int requests, int answers, const Workspace &here, const Scenarios::Scenario &scenario,
+              const Look &look);
+
+    QFile toChild;
+    QFile fromChild;
+    pid_t child = -1;
+};
 
 /// What the trials of a scenario begin with and are compared with.
 struct Ground {
