@@ -298,6 +298,8 @@ int main(int argc, char *argv[])
         return tryFiles(arguments.value(2).toInt(), arguments.value(3).toInt(),
                         arguments.value(4).toInt());
     }
+    // The toolkit ends a test after five minutes by itself.
+    qputenv("QTEST_FUNCTION_TIMEOUT", QByteArray::number(6 * 3600 * 1000));
     Databases test;
     return QTest::qExec(&test, argc, argv);
 }
