@@ -10,6 +10,7 @@
 #include "model/markers.h"
 #include "model/recordfields.h"
 #include "model/values.h"
+#include "storage/RowPass.h"
 #include "ui_Tavenor.h"
 #include "widgets/inputDataForm.h"
 #include "widgets/ownedwidgets.h"
@@ -87,8 +88,9 @@ bool Tavenor::buildInputPage(int id)
     // Where the attachment folder is what a new record is known by, each gets one of its own.
     const bool needsOwnName = !editing && columns.value(1) == Markers::UserPathColumn;
     const int ownName = needsOwnName ? db->maxId(currentTable, &error) + 1 : 0;
-    if (!error.isEmpty()) {
-        warnUnreadable(currentTable, error);
+    if (!error.isEmpty() || columns.isEmpty()) {
+        // Every table has columns; without any it is gone.
+        warnUnreadable(currentTable, error.isEmpty() ? RowPass(currentTable).error() : error);
         return false;
     }
     clearInputPage();
