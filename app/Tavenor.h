@@ -331,13 +331,13 @@ private:
     // Record entry
     void setRecordEntryTexts();
     void connectRecordEntry();
-    void buildInputPage(int id);
+    /// Builds the page; false, after the reason was shown, when the table cannot be read.
+    bool buildInputPage(int id);
     void clearInputPage();
     void showEntryPage();
     inputDataForm *makeEditor(const QString &column, const QVariant &value);
     void fillEditor(inputDataForm *editor, const QVariant &value);
     void placeEditor(inputDataForm *editor);
-    QVariant startValue(const QString &column, const QSqlRecord &record) const;
     /// The folder that attachments of the record on the page go to; settled when first asked
     /// for, and then kept for the page.
     QString entryFolder();
@@ -354,7 +354,10 @@ private:
     /// Adds a complete record; its Id, or -1 after the failure was shown.
     int addRecord(const QString &table, const FieldPairs &fields, bool keepId);
     bool mayBeAdded(const QString &table, const FieldPairs &fields, bool keepId);
-    QString userPathFor(const QString &table, const FieldPair &title) const;
+    /// True when the table has a record of this Id, or title; `error` as in DataBase.
+    bool recordExists(const QString &table, const FieldPairs &fields, bool keepId,
+                      QString *error = nullptr) const;
+    QString userPathFor(const QString &table, const FieldPair &title, QString *error) const;
     /// Writes fields of a record of the current table; the first pair, its Id, in the
     /// advanced mode only. False when any write failed, which was shown.
     bool updateRecordFields(int id, const FieldPairs &pairs);
@@ -386,16 +389,16 @@ private:
 
     // Sub-tables
     /// The table that SQLite takes for this name: one that exists may differ in letter case.
-    QString existingTable(const QString &name) const;
+    QString existingTable(const QString &name, QString *error = nullptr) const;
     /// The detail table with this name, made safe; or one that another program has made under the
     /// name as it is.
-    QString detailTable(const QString &listName) const;
+    QString detailTable(const QString &listName, QString *error) const;
     /// Writes down which columns the sub-tables of one field get.
     void createSubTableConfig(const QString &table, const QString &column,
                               const ColumnDefinitions &columns);
     /// Writes down one of these columns, unless it is none.
     void addSubConfigRow(const QString &name, const ColumnDefinition &column);
-    ColumnDefinitions subConfigColumns(const QString &base) const;
+    ColumnDefinitions subConfigColumns(const QString &base, QString *error) const;
     void createSubTable(const QString &fieldColumn, const QString &subName, const QString &parent);
 
     // Links
@@ -420,11 +423,12 @@ private:
     void markFirstCondition();
     /// Drops all conditions and their page, also those of a database that was open before.
     void forgetFilters();
-    void buildFilterPage();
+    void buildFilterPage(const QStringList &columns);
     inputDataForm *makeCondition(const QString &column);
     /// Builds the page, with the conditions last switched on, when it is not there yet or not
     /// that of the current table's columns.
-    void refreshFilterPage();
+    /// False, after the reason was shown, when the table cannot be read.
+    bool refreshFilterPage();
     /// Reads the choices of links and references; done when the page is first shown, because
     /// most tables are left before.
     void fillFilterChoices();
@@ -442,7 +446,9 @@ private:
     /// The conditions, ready for a walk over `table`.
     Filters::Predicate filterPredicate(const QString &table) const;
     bool passesFilter(const QString &table, int id) const;
-    void readSavedFilter(const QString &filterName);
+    /// Sets the conditions of a saved filter; false, after the reason was shown, when they cannot
+    /// be read.
+    bool readSavedFilter(const QString &filterName);
     bool saveConditions(const QString &filterName);
     /// Removes the rows of "filters" that `concerned` picks by filter name and table.
     void
@@ -472,9 +478,7 @@ private:
     bool removeCurrentTable(bool batch);
     bool dropWithItsRows(const QString &table);
     /// The bases of the sub-table configurations that go with the table.
-    QStringList configurationsOf(const QString &table) const;
-    void removeConfigurations(const QStringList &bases);
-    void removeSettingsOf(const QString &table);
+    QStringList configurationsOf(const QString &table, QString *error) const;
     /// Takes a table that is gone out of the list of all, and its button away.
     void removeFromTableList(const QString &table);
     void showTableAfterRemoval();
@@ -496,8 +500,6 @@ private:
     /// Adds the records of a file up to the first that does not fit the table; false when
     /// there is one.
     bool importRecords(XmfFile::Reader &reader, qint64 total);
-    /// True when these are all columns of the table, in its order.
-    bool columnsMatch(const QString &tableName, const QStringList &names) const;
     /// False for what cannot be read as a file, or must not be.
     bool canBeImported(const QString &fileName) const;
 
@@ -607,6 +609,8 @@ private:
     QVector<Filters::Setting> listedConditions;
     QString activeFilterName;
     QList<ListButtonForm *> filterButtons;
+    /// The database that filterButtons were read from.
+    QString filterButtonsFile;
     bool hasFilterChoices = false;
 
     // Calculator

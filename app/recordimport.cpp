@@ -98,7 +98,11 @@ bool RecordImport::writeQuietly()
         }
         if (pathPosition > 0) {
             // A record that is done again gets it worked out again.
-            row.values[pathPosition].second = userPath(row.values.at(TitlePosition));
+            QString error;
+            row.values[pathPosition].second = userPath(row.values.at(TitlePosition), &error);
+            if (!error.isEmpty()) {
+                return false;
+            }
         }
         if (row.id < 0 || !bulk.insert(row.id, row.values)) {
             return false;
@@ -107,7 +111,7 @@ bool RecordImport::writeQuietly()
     return true;
 }
 
-QString RecordImport::userPath(const FieldPair &title)
+QString RecordImport::userPath(const FieldPair &title, QString *error)
 {
     if (!Columns::isReference(title.first)) {
         return Attachments::recordFolder(table, title.second);
@@ -117,11 +121,12 @@ QString RecordImport::userPath(const FieldPair &title)
         // The record may be one that was just added.
         const int id = Values::wholePart(title.second);
         return Attachments::recordFolder(
-            table, db.fieldValueById(reference.table, id, reference.field).toString());
+            table, db.fieldValueById(reference.table, id, reference.field, error).toString());
     }
     if (!titlesAreRead) {
         titles = ReferenceTexts::read(reference);
         titlesAreRead = !titles.failed();
+        *error = titles.error();
     }
     return Attachments::recordFolder(table, titles.text(title.second));
 }

@@ -43,7 +43,7 @@ private:
 
     void addEachPlainly();
     bool writeQuietly();
-    QString userPath(const FieldPair &title);
+    QString userPath(const FieldPair &title, QString *error);
 
     DataBase &db;
     const QString table;

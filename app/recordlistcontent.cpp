@@ -62,7 +62,7 @@ RecordListContent RecordListContent::read(const QString &table, const QStringLis
             content.map.insert(QString(), id);
         }
     }
-    content.error = rows.error();
+    content.error = rows.failed() ? rows.error() : titles.error();
     return content;
 }
 

@@ -14,7 +14,7 @@ ReferenceTexts ReferenceTexts::read(const Columns::Reference &reference)
     while (rows.next()) {
         result.texts.insert(Values::recordId(rows.value(0)), rows.value(1).toString());
     }
-    result.isIncomplete = rows.failed() && !rows.isMissing();
+    result.unreadable = rows.unreadable();
     return result;
 }
 

@@ -24,9 +24,11 @@ public:
     QString textOr(const QVariant &stored, const QString &missing) const;
 
     /// True when the referenced table is there but could not be read, or not to its end.
-    bool failed() const { return isIncomplete; }
+    bool failed() const { return !unreadable.isEmpty(); }
+    /// The driver's text then.
+    QString error() const { return unreadable; }
 
 private:
-    bool isIncomplete = false;
+    QString unreadable;
     QHash<int, QString> texts;
 };

@@ -305,7 +305,12 @@ void Tavenor::acceptedNewTable()
         warn(QStringLiteral("ERRORE: La Tabella è vuota!"));
         return;
     }
-    const bool exists = addingFields || db->tableExists(table);
+    QString error;
+    const bool exists = addingFields || db->tableExists(table, &error);
+    if (!error.isEmpty()) {
+        warn(SchemaMessages::createFailed(ui->leTableName->text(), error));
+        return;
+    }
     if (refuseTableName(table) || refuseRows(table, exists)) {
         return;
     }
@@ -355,10 +360,11 @@ bool Tavenor::refuseTableName(const QString &table)
         return false;
     }
     const QString typed = ui->leTableName->text();
-    const QString reason = SqlNames::tableRefusal(typed, table);
+    QString reason = SqlNames::tableRefusal(typed, table);
+    const QString existing = existingTable(table, &reason);
     if (!reason.isEmpty()) {
         warn(SchemaMessages::createFailed(typed, reason));
-    } else if (existingTable(table) != table) {
+    } else if (existing != table) {
         // To the database a name in other letter case is the same table.
         warnNameTaken(table);
     } else {
@@ -371,7 +377,12 @@ bool Tavenor::refuseTableName(const QString &table)
 bool Tavenor::refuseRows(const QString &table, bool exists)
 {
     const QString shownTable = ui->leTableName->text();
-    QStringList columns = exists ? db->fieldNames(table) : QStringList();
+    QString error;
+    QStringList columns = exists ? db->fieldNames(table, &error) : QStringList();
+    if (!error.isEmpty()) {
+        warn(SchemaMessages::addColumnFailed(shownTable, nameOf(*designerRows.first()), error));
+        return true;
+    }
     for (newTableElement *const row : qAsConst(designerRows)) {
         const QString column = storedColumn(*row);
         Fault fault = faultOf(row, designerTargets);
@@ -445,12 +456,18 @@ void Tavenor::addFieldToTable(const QString &table, const QString &column, const
     if (table.contains(Formats::SubTable)) {
         const SubTables::Parts parts = SubTables::parts(table);
         QString base = SubTables::configurationBase(parts.owner, parts.label);
-        if (subConfigColumns(base).isEmpty()) {
+        QString error;
+        ColumnDefinitions known = subConfigColumns(base, &error);
+        if (known.isEmpty()) {
             // The sub-table's name is made safe, that of its field in an older file may not be.
             base = SqlNames::madePlain(base);
+            known = subConfigColumns(base, &error);
         }
-        addSubConfigRow(SubTables::configurationName(base, subConfigColumns(base).size()),
-                        {column, type});
+        if (!error.isEmpty()) {
+            warn(SchemaMessages::addColumnFailed(column, table, error));
+            return;
+        }
+        addSubConfigRow(SubTables::configurationName(base, known.size()), {column, type});
     }
     db->addColumn(table, column, type);
 }

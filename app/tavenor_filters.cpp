@@ -93,18 +93,25 @@ void Tavenor::keyPressEvent(QKeyEvent *event)
 
 void Tavenor::rebuildFilterButtons()
 {
-    const bool hadFocus = ui->filtersContents->isAncestorOf(focusWidget());
-    retireWidgets(ui->filtersButtonLayout, filterButtons);
-    const TableIcons icons(databaseFolder);
+    QVector<QPair<QString, QString>> filters;
     RowPass rows(Markers::FiltersTable,
                  {ReservedTables::Filters::Name, ReservedTables::Filters::TableName});
     while (rows.next()) {
         const QString name = rows.value(0).toString();
-        if (name.isEmpty() || name.contains(Markers::SavedFilter)) {
-            continue;
+        if (!name.isEmpty() && !name.contains(Markers::SavedFilter)) {
+            filters.append({name, rows.value(1).toString()});
         }
-        const QString table = rows.value(1).toString();
-        addFilterButton(table, name, icons.icon(table));
+    }
+    // Filters that cannot be read now have not gone, unless they are another database's.
+    if (!rows.unreadable().isEmpty() && filterButtonsFile == ui->leDbName->text()) {
+        return;
+    }
+    filterButtonsFile = ui->leDbName->text();
+    const bool hadFocus = ui->filtersContents->isAncestorOf(focusWidget());
+    retireWidgets(ui->filtersButtonLayout, filterButtons);
+    const TableIcons icons(databaseFolder);
+    for (const auto &filter : qAsConst(filters)) {
+        addFilterButton(filter.second, filter.first, icons.icon(filter.second));
     }
     if (hadFocus) {
         focusPanel();
@@ -168,11 +175,11 @@ void Tavenor::forgetFilters()
     showLed(false);
 }
 
-void Tavenor::buildFilterPage()
+void Tavenor::buildFilterPage(const QStringList &columns)
 {
     retireWidgets(ui->filterDataLayout, filterWidgets);
     hasFilterChoices = false;
-    for (const QString &column : db->fieldNames(currentTable)) {
+    for (const QString &column : columns) {
         if (Filters::isOffered(column)) {
             inputDataForm *const widget = makeCondition(column);
             ui->filterDataLayout->addWidget(widget);
@@ -196,9 +203,14 @@ inputDataForm *Tavenor::makeCondition(const QString &column)
     return widget;
 }
 
-void Tavenor::refreshFilterPage()
+bool Tavenor::refreshFilterPage()
 {
-    QStringList offered = db->fieldNames(currentTable);
+    QString error;
+    QStringList offered = db->fieldNames(currentTable, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(currentTable, error);
+        return false;
+    }
     offered.erase(std::remove_if(offered.begin(), offered.end(),
                                  [](const QString &name) { return !Filters::isOffered(name); }),
                   offered.end());
@@ -209,6 +221,7 @@ void Tavenor::refreshFilterPage()
     if (shown != offered) {
         restoreConditions(activeFilters);
     }
+    return true;
 }
 
 void Tavenor::fillFilterChoices()
@@ -243,7 +256,12 @@ void Tavenor::showSystemConditions()
 void Tavenor::restoreConditions(const QVector<Filters::Setting> &settings)
 {
     const QVector<Filters::Setting> kept = settings;
-    buildFilterPage();
+    QString error;
+    const QStringList columns = db->fieldNames(currentTable, &error);
+    // The page of a table that cannot be read now stays; without it the conditions would be lost.
+    if (error.isEmpty()) {
+        buildFilterPage(columns);
+    }
     for (const Filters::Setting &setting : kept) {
         for (inputDataForm *const widget : qAsConst(filterWidgets)) {
             if (widget->columnName() == setting.column) {
@@ -304,7 +322,9 @@ void Tavenor::changeToFilterPage()
     if (!hasCurrentTable()) {
         return;
     }
-    refreshFilterPage();
+    if (!refreshFilterPage()) {
+        return;
+    }
     rememberFocus();
     ui->stPages->setCurrentIndex(FiltersPage);
     ui->filterScroll->verticalScrollBar()->setValue(0);
@@ -447,7 +467,13 @@ void Tavenor::switchToFilters(bool on)
 
 void Tavenor::changeTableAndFilter(QString table, QString filterName)
 {
-    if (!db->tableExists(table)) {
+    QString error;
+    const bool exists = db->tableExists(table, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(table, error);
+        return;
+    }
+    if (!exists) {
         // The filter can still be deleted.
         setActiveFilterName(filterName);
         warn(QString::asprintf("ERRORE: La Tabella '%s' non esiste!\n",
@@ -457,15 +483,15 @@ void Tavenor::changeTableAndFilter(QString table, QString filterName)
     showTableHead(table);
     currentTable = table;
     markCurrentTable();
-    buildFilterPage();
-    readSavedFilter(filterName);
-    setActiveFilterName(filterName);
-    showLed(true);
+    buildFilterPage(db->fieldNames(table));
+    const bool isRead = readSavedFilter(filterName);
+    setActiveFilterName(isRead ? filterName : QString());
+    showLed(isRead);
     changeToUsersPage();
     showFirstRecord();
 }
 
-void Tavenor::readSavedFilter(const QString &filterName)
+bool Tavenor::readSavedFilter(const QString &filterName)
 {
     namespace Column = ReservedTables::Filters;
     RowPass rows(Markers::FiltersTable, {Column::Name, Column::FieldName, Column::FieldValue,
@@ -489,7 +515,14 @@ void Tavenor::readSavedFilter(const QString &filterName)
             }
         }
     }
+    if (!rows.unreadable().isEmpty()) {
+        // A part of the conditions would show other records than the filter does.
+        forgetFilters();
+        warnUnreadable(Markers::FiltersTable, rows.unreadable());
+        return false;
+    }
     activeFilters = filterSettings();
+    return true;
 }
 
 void Tavenor::deleteFilter()
@@ -545,6 +578,10 @@ void Tavenor::removeFilters(
             ids.append(Values::recordId(rows.value(0)));
             names.append(name);
         }
+    }
+    if (!rows.unreadable().isEmpty()) {
+        warnUnreadable(Markers::FiltersTable, rows.unreadable());
+        return;
     }
     db->inOneStep([this, &ids] { return db->deleteRecords(Markers::FiltersTable, ids); });
     if (db->isQuiet()) {

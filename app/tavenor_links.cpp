@@ -41,7 +41,8 @@ void Tavenor::enterTable(const QString &listName)
 
 void Tavenor::checkWayBack()
 {
-    if (!db->tableExists(previousTable)) {
+    QString error;
+    if (!db->tableExists(previousTable, &error) && error.isEmpty()) {
         ui->pbReturn->hide();
     }
 }
@@ -85,7 +86,9 @@ void Tavenor::callFilter(QString listName, int Id)
 void Tavenor::linkToFilter(int Id, QString callListName, QString recordTitle)
 {
     const QString value = RecordLines::idAndTitle(Id, recordTitle);
-    refreshFilterPage();
+    if (!refreshFilterPage()) {
+        return;
+    }
     for (inputDataForm *const widget : qAsConst(filterWidgets)) {
         if (!refersTo(widget->columnName(), callListName)) {
             widget->setConditionName(QStringLiteral("NO FILTER"));

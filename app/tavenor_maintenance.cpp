@@ -51,7 +51,7 @@ void Tavenor::enableTechMod()
     if (advancedMode == before) {
         return;
     }
-    allTables = db->tables();
+    allTables = tablesNow();
     rebuildTableList();
     showSystemConditions();
     // The Id and the attachment folder of the record are shown in this mode only.
@@ -123,9 +123,14 @@ void Tavenor::deleteAll()
         currentTable = shown;
         return;
     }
+    QString error;
+    QStringList left = db->tables(&error);
+    if (!error.isEmpty()) {
+        left = allTables;
+    }
     allTables.clear();
     // A table that could not be removed keeps its place.
-    for (const QString &name : db->tables()) {
+    for (const QString &name : qAsConst(left)) {
         if (!Names::isReservedTable(name)) {
             allTables.append(name);
         }

@@ -10,6 +10,7 @@
 #include "model/markers.h"
 #include "model/recordfields.h"
 #include "model/values.h"
+#include "storage/RowPass.h"
 #include "ui_Tavenor.h"
 #include "widgets/buttonkeys.h"
 #include "widgets/inputDataForm.h"
@@ -51,7 +52,9 @@ void Tavenor::changeToNewUserPage()
         return;
     }
     editing = false;
-    buildInputPage(0);
+    if (!buildInputPage(0)) {
+        return;
+    }
     showEntryPage();
     ui->lbEdit->setText(QStringLiteral("Aggiungi"));
 }
@@ -63,43 +66,52 @@ void Tavenor::updateUser()
     }
     editing = true;
     ui->lbEdit->setText(QStringLiteral("Modifica"));
-    if (!db->idExists(currentTable, currentId)) {
+    QString error;
+    const bool exists = db->idExists(currentTable, currentId, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(currentTable, error);
+        return;
+    }
+    if (!exists) {
         warn(QStringLiteral("ERRORE: Record non trovato!"));
         return;
     }
-    buildInputPage(currentId);
-    showEntryPage();
+    if (buildInputPage(currentId)) {
+        showEntryPage();
+    }
 }
 
-void Tavenor::buildInputPage(int id)
+bool Tavenor::buildInputPage(int id)
 {
+    QString error;
+    const QStringList columns = db->fieldNames(currentTable, &error);
+    const QSqlRecord record = editing ? db->recordById(currentTable, id, &error) : QSqlRecord();
+    // Where the attachment folder is what a new record is known by, each gets one of its own.
+    const bool needsOwnName = !editing && columns.value(1) == Markers::UserPathColumn;
+    const int ownName = needsOwnName ? db->maxId(currentTable, &error) + 1 : 0;
+    if (!error.isEmpty() || columns.isEmpty()) {
+        // Every table has columns; without any it is gone.
+        warnUnreadable(currentTable, error.isEmpty() ? RowPass(currentTable).error() : error);
+        return false;
+    }
     clearInputPage();
-    const QStringList columns = db->fieldNames(currentTable);
-    const QSqlRecord record = editing ? db->recordById(currentTable, id) : QSqlRecord();
     const QString folder = DataBase::recordValue(record, Markers::UserPathColumn).toString();
     attachmentFolder = folder == QLatin1String("0") ? QString() : folder;
     folderIsNew = false;
-    for (const QString &column : columns) {
-        placeEditor(makeEditor(column, startValue(column, record)));
+    for (int i = 0; i < columns.size(); ++i) {
+        const QVariant value = i == 1 && needsOwnName
+                                   ? QVariant(QString::number(ownName))
+                                   : DataBase::recordValue(record, columns.at(i));
+        placeEditor(makeEditor(columns.at(i), value));
     }
     alignLabels(inputWidgets);
+    return true;
 }
 
 void Tavenor::clearInputPage()
 {
     retireWidgets(ui->inputDataLayout, inputWidgets);
     setTyped(false);
-}
-
-QVariant Tavenor::startValue(const QString &column, const QSqlRecord &record) const
-{
-    // Where the attachment folder is what a new record is known by, each gets one of its own.
-    const bool needsOwnName =
-        !editing && inputWidgets.size() == 1 && column == Markers::UserPathColumn;
-    if (needsOwnName) {
-        return QString::number(db->maxId(currentTable) + 1);
-    }
-    return DataBase::recordValue(record, column);
 }
 
 inputDataForm *Tavenor::makeEditor(const QString &column, const QVariant &value)
@@ -168,10 +180,17 @@ QString Tavenor::entryFolder()
     if (attachmentFolder.isEmpty() && inputWidgets.size() > 1) {
         const inputDataForm *const title = inputWidgets.at(1);
         FieldPair pair(title->columnName(), title->rawText());
+        QString error;
         if (pair.second.isEmpty()) {
-            pair = {QString(), QString::number(db->maxId(currentTable) + 1)};
+            pair = {QString(), QString::number(db->maxId(currentTable, &error) + 1)};
         }
-        attachmentFolder = userPathFor(currentTable, pair);
+        const QString folder = userPathFor(currentTable, pair, &error);
+        if (!error.isEmpty()) {
+            // It would be the folder of another record.
+            warnUnreadable(currentTable, error);
+            return QString();
+        }
+        attachmentFolder = folder;
         folderIsNew = true;
     }
     return attachmentFolder;

@@ -7,6 +7,7 @@
 #include "model/markers.h"
 #include "model/names.h"
 #include "model/values.h"
+#include "storage/recordmessages.h"
 #include "ui_Tavenor.h"
 
 #include <algorithm>
@@ -47,10 +48,15 @@ int Tavenor::addRecord(const QString &table, const FieldPairs &fields, bool keep
         values.removeFirst();
     }
     const bool takesOwnPath = keepId && values.value(0).first == Markers::UserPathColumn;
+    QString error;
     for (FieldPair &pair : values) {
         if (pair.first == Markers::UserPathColumn && !takesOwnPath) {
-            pair.second = userPathFor(table, values.first());
+            pair.second = userPathFor(table, values.first(), &error);
         }
+    }
+    if (!error.isEmpty()) {
+        warn(RecordMessages::insertFailed(table, error));
+        return -1;
     }
 
     const int quietId = db->insertWhole(table, keepId, wished, values);
@@ -67,13 +73,26 @@ int Tavenor::addRecord(const QString &table, const FieldPairs &fields, bool keep
     return newId;
 }
 
-bool Tavenor::mayBeAdded(const QString &table, const FieldPairs &fields, bool keepId)
+bool Tavenor::recordExists(const QString &table, const FieldPairs &fields, bool keepId,
+                           QString *error) const
 {
     const int wished = wishedId(fields);
-    const QString identity = keepId ? QString::number(wished) : identifier(fields).second;
-    const bool taken =
-        keepId ? wished > 0 && db->idExists(table, wished) : db->titleExists(table, identity);
+    return keepId ? wished > 0 && db->idExists(table, wished, error)
+                  : db->titleExists(table, identifier(fields).second, error);
+}
+
+bool Tavenor::mayBeAdded(const QString &table, const FieldPairs &fields, bool keepId)
+{
+    QString error;
+    const bool taken = recordExists(table, fields, keepId, &error);
+    if (!error.isEmpty()) {
+        // Two records of one name would be there, if this one has it too.
+        warn(RecordMessages::insertFailed(table, error));
+        return false;
+    }
     if (taken && reportInsertErrors) {
+        const QString identity =
+            keepId ? QString::number(wishedId(fields)) : identifier(fields).second;
         warn(QString::asprintf("ERRORE: L'identificativo '%s' esiste già nella tabella %s.\n",
                                identity.toUtf8().constData(),
                                Names::tableDisplayName(table).toUtf8().constData()));
@@ -81,21 +100,23 @@ bool Tavenor::mayBeAdded(const QString &table, const FieldPairs &fields, bool ke
     return !taken;
 }
 
-QString Tavenor::userPathFor(const QString &table, const FieldPair &title) const
+QString Tavenor::userPathFor(const QString &table, const FieldPair &title, QString *error) const
 {
     if (!Columns::isReference(title.first)) {
         return Attachments::recordFolder(table, title.second);
     }
     const Columns::Reference reference = Columns::reference(title.first);
-    const QVariant text =
-        db->fieldValueById(reference.table, Values::wholePart(title.second), reference.field);
+    const QVariant text = db->fieldValueById(reference.table, Values::wholePart(title.second),
+                                             reference.field, error);
     return Attachments::recordFolder(table, text.toString());
 }
 
 bool Tavenor::updateRecordFields(int id, const FieldPairs &pairs)
 {
-    if (!db->idExists(currentTable, id)) {
-        warn(QString::asprintf("L'Id %d non è valido!", id));
+    QString error;
+    if (!db->idExists(currentTable, id, &error)) {
+        warn(error.isEmpty() ? QString::asprintf("L'Id %d non è valido!", id)
+                             : RecordMessages::updateFailed(error));
         return false;
     }
     const FieldPairs fields = pairs.mid(1);

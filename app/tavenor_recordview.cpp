@@ -123,7 +123,13 @@ void Tavenor::buildRecordView(int id, const QString &table)
 {
     clearRecordView();
     const QStringList columns = db->fieldNames(table);
-    const QSqlRecord record = db->recordById(table, id);
+    QString error;
+    const QSqlRecord record = db->recordById(table, id, &error);
+    if (!error.isEmpty()) {
+        // A link that was not read must not pass for an empty one, which is filled.
+        warnUnreadable(table, error);
+        return;
+    }
     const QString title = DataBase::recordValue(record, columns.value(1)).toString();
     for (const QString &column : columns) {
         const QVariant stored = DataBase::recordValue(record, column);

@@ -12,6 +12,7 @@
 #include "model/values.h"
 #include "storage/RowPass.h"
 #include "storage/reservedtables.h"
+#include "storage/schemamessages.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
 #include "widgets/ownedwidgets.h"
@@ -34,9 +35,11 @@ void retireWhere(QLayout *layout, QList<ListButtonForm *> &buttons, const Meant 
     retireWidgets(layout, gone);
 }
 
-// The Ids of the rows whose text in this column is wanted.
+// The Ids of the rows whose text in this column is wanted; `error` gets the driver's text when not
+// all of them could be read.
 template<typename Wanted>
-QVector<int> idsOfRows(const QString &table, const QString &column, const Wanted &wanted)
+QVector<int> idsOfRows(const QString &table, const QString &column, QString *error,
+                       const Wanted &wanted)
 {
     QVector<int> ids;
     RowPass rows(table, {Markers::IdColumn, column});
@@ -45,6 +48,9 @@ QVector<int> idsOfRows(const QString &table, const QString &column, const Wanted
         if (id > 0 && wanted(rows.value(1).toString())) {
             ids.append(id);
         }
+    }
+    if (!rows.unreadable().isEmpty()) {
+        *error = rows.unreadable();
     }
     return ids;
 }
@@ -70,30 +76,47 @@ bool Tavenor::removeCurrentTable(bool batch)
 bool Tavenor::dropWithItsRows(const QString &table)
 {
     // The columns tell of the configurations only while the table is there.
-    const QStringList configurations = configurationsOf(table);
+    QString error;
+    const QStringList bases = configurationsOf(table, &error);
+    const auto belongs = [&bases](const QString &name) {
+        return std::any_of(bases.begin(), bases.end(), [&name](const QString &base) {
+            return SubTables::belongsToConfiguration(name, base);
+        });
+    };
+    const QVector<int> configurations = idsOfRows(
+        Markers::SubTablesConfigsTable, ReservedTables::SubTablesConfigs::Name, &error, belongs);
+    const QVector<int> settings =
+        idsOfRows(Markers::SettingsTable, ReservedTables::Settings::TableName, &error,
+                  [&table](const QString &name) { return name == table; });
+    if (!error.isEmpty()) {
+        // Some of it would stay behind, or that of another table would go.
+        warn(SchemaMessages::dropFailed(table, error));
+        return false;
+    }
     // A table that stays keeps what belongs to it.
     if (!db->dropTable(table)) {
         return false;
     }
-    removeConfigurations(configurations);
-    removeSettingsOf(table);
+    db->deleteRecords(Markers::SubTablesConfigsTable, configurations);
+    db->deleteRecords(Markers::SettingsTable, settings);
     removeFiltersOfTable(table);
     return true;
 }
 
 QStringList Tavenor::tablesNow() const
 {
-    const QStringList names = db->tables();
-    return names.isEmpty() ? allTables : names;
+    QString error;
+    const QStringList names = db->tables(&error);
+    return error.isEmpty() ? names : allTables;
 }
 
-QStringList Tavenor::configurationsOf(const QString &table) const
+QStringList Tavenor::configurationsOf(const QString &table, QString *error) const
 {
-    const QStringList others = db->tables();
+    const QStringList others = db->tables(error);
     const QString shortName = table.section(Markers::HiddenTable, 1);
     const bool hasShortName = table.contains(Markers::HiddenTable) && !others.contains(shortName);
     QStringList bases;
-    for (const QString &column : db->fieldNames(table)) {
+    for (const QString &column : db->fieldNames(table, error)) {
         if (!column.contains(Formats::SubTable) || Columns::isReference(column)) {
             continue;
         }
@@ -107,32 +130,13 @@ QStringList Tavenor::configurationsOf(const QString &table) const
         if (bases.isEmpty() || other == table) {
             continue;
         }
-        for (const QString &column : db->fieldNames(other)) {
+        for (const QString &column : db->fieldNames(other, error)) {
             if (column.contains(Formats::SubTable)) {
                 bases.removeAll(SubTables::configurationBase(other, Names::fieldLabel(column)));
             }
         }
     }
     return bases;
-}
-
-void Tavenor::removeConfigurations(const QStringList &bases)
-{
-    const auto belongs = [&bases](const QString &name) {
-        return std::any_of(bases.begin(), bases.end(), [&name](const QString &base) {
-            return SubTables::belongsToConfiguration(name, base);
-        });
-    };
-    db->deleteRecords(
-        Markers::SubTablesConfigsTable,
-        idsOfRows(Markers::SubTablesConfigsTable, ReservedTables::SubTablesConfigs::Name, belongs));
-}
-
-void Tavenor::removeSettingsOf(const QString &table)
-{
-    db->deleteRecords(Markers::SettingsTable,
-                      idsOfRows(Markers::SettingsTable, ReservedTables::Settings::TableName,
-                                [&table](const QString &name) { return name == table; }));
 }
 
 void Tavenor::removeFromTableList(const QString &table)

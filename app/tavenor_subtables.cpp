@@ -11,14 +11,20 @@
 #include "model/values.h"
 #include "storage/RowPass.h"
 #include "storage/reservedtables.h"
+#include "storage/schemamessages.h"
 #include "ui_Tavenor.h"
 
 #include <algorithm>
 
 void Tavenor::goToSubTableRequest(QString listName)
 {
-    const QString stored = detailTable(listName);
-    const bool exists = db->tableExists(stored);
+    QString error;
+    const QString stored = detailTable(listName, &error);
+    const bool exists = db->tableExists(stored, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(stored, error);
+        return;
+    }
     if (!exists && readOnly) {
         return;
     }
@@ -33,21 +39,21 @@ void Tavenor::goToSubTableRequest(QString listName)
     vwRecord(db->maxId(stored));
 }
 
-QString Tavenor::existingTable(const QString &name) const
+QString Tavenor::existingTable(const QString &name, QString *error) const
 {
-    const QStringList tables = db->tables();
+    const QStringList tables = db->tables(error);
     const auto same = std::find_if(tables.begin(), tables.end(), [&name](const QString &table) {
         return SqlNames::isSameName(table, name);
     });
     return same == tables.end() ? name : *same;
 }
 
-QString Tavenor::detailTable(const QString &listName) const
+QString Tavenor::detailTable(const QString &listName, QString *error) const
 {
-    const QString safe = existingTable(SqlNames::madeSafe(listName));
-    if (!db->tableExists(safe)) {
-        const QString asAsked = existingTable(listName);
-        if (db->tableExists(asAsked)) {
+    const QString safe = existingTable(SqlNames::madeSafe(listName), error);
+    if (!db->tableExists(safe, error)) {
+        const QString asAsked = existingTable(listName, error);
+        if (db->tableExists(asAsked, error)) {
             return asAsked;
         }
     }
@@ -78,7 +84,7 @@ void Tavenor::addSubConfigRow(const QString &name, const ColumnDefinition &colum
     }
 }
 
-ColumnDefinitions Tavenor::subConfigColumns(const QString &base) const
+ColumnDefinitions Tavenor::subConfigColumns(const QString &base, QString *error) const
 {
     ColumnDefinitions columns;
     RowPass rows(Markers::SubTablesConfigsTable, {ReservedTables::SubTablesConfigs::Name,
@@ -90,6 +96,9 @@ ColumnDefinitions Tavenor::subConfigColumns(const QString &base) const
         if (rows.value(0).toString().contains(base)) {
             columns.append({rows.value(1).toString(), rows.value(2).toString()});
         }
+    }
+    if (!rows.unreadable().isEmpty()) {
+        *error = rows.unreadable();
     }
     return columns;
 }
@@ -103,9 +112,15 @@ void Tavenor::createSubTable(const QString &fieldColumn, const QString &subName,
         return;
     }
     const QString label = Names::fieldLabel(fieldColumn);
-    const ColumnDefinitions columns = subConfigColumns(SubTables::configurationBase(parent, label));
+    QString error;
+    const ColumnDefinitions columns =
+        subConfigColumns(SubTables::configurationBase(parent, label), &error);
     const QString name = SqlNames::madeSafe(SubTables::composedName(parent, label, subName));
-    if (!db->tableExists(name)) {
+    const bool exists = db->tableExists(name, &error);
+    if (!error.isEmpty()) {
+        // It would be made without its columns.
+        warn(SchemaMessages::createFailed(name, error));
+    } else if (!exists) {
         // Files from before a second link to one table was refused have it written down.
         if (db->createTable(name, Columns::creatable(columns))) {
             addToTableList(name, showHidden);

@@ -10,6 +10,7 @@
 #include "model/markers.h"
 #include "model/names.h"
 #include "model/values.h"
+#include "storage/recordmessages.h"
 #include "storage/reservedtables.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
@@ -163,7 +164,7 @@ void Tavenor::changeTable(QString table)
 
 void Tavenor::showHiddenTable()
 {
-    allTables = db->tables();
+    allTables = tablesNow();
     showHidden = ui->actionShow_Hidden_Tables->isChecked();
     rebuildTableList();
 }
@@ -191,8 +192,13 @@ void Tavenor::changeTableIcon()
     }
     const QString iconPath = Values::quotesDoubled(chooseTableIcon());
     const QString iconColumn = ReservedTables::Settings::IconPath;
-    const QSqlRecord settings =
-        db->findRecord(Markers::SettingsTable, ReservedTables::Settings::TableName, currentTable);
+    QString error;
+    const QSqlRecord settings = db->findRecord(
+        Markers::SettingsTable, ReservedTables::Settings::TableName, currentTable, &error);
+    if (!error.isEmpty()) {
+        warn(RecordMessages::updateFailed(error));
+        return;
+    }
     if (settings.isEmpty()) {
         addRecord(Markers::SettingsTable,
                   {{ReservedTables::Settings::TableName, Values::quotesDoubled(currentTable)},

@@ -137,7 +137,13 @@ void Tavenor::importStructure(const QString &fileName, const QString &tableName)
         warn(cannotOpen);
         return;
     }
-    if (db->tableExists(name)) {
+    QString error;
+    const bool exists = db->tableExists(name, &error);
+    if (!error.isEmpty()) {
+        warn(SchemaMessages::createFailed(name, error));
+        return;
+    }
+    if (exists) {
         warn(QStringLiteral("ERRORE: La Tabella è già presente nel Db!"));
         return;
     }
@@ -161,7 +167,13 @@ void Tavenor::importStructure(const QString &fileName, const QString &tableName)
 
 bool Tavenor::makeTable(const QString &name, const TscFile::Structure &structure)
 {
-    if (existingTable(name) != name) {
+    QString error;
+    const QString existing = existingTable(name, &error);
+    if (!error.isEmpty()) {
+        warn(SchemaMessages::createFailed(name, error));
+        return false;
+    }
+    if (existing != name) {
         warnNameTaken(name);
         return false;
     }

@@ -210,7 +210,13 @@ void Tavenor::importFile(const QString &fileName)
     const QString table = reader.table();
     const QString text = ImportText + table.left(LongestShownName);
     prepareProgress(ImportTitle, text);
-    if (!db->tableExists(table)) {
+    QString error;
+    const bool exists = db->tableExists(table, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(table, error);
+        return;
+    }
+    if (!exists) {
         warn(QStringLiteral("ERRORE: La Tabella non esiste!"));
         return;
     }
@@ -224,10 +230,15 @@ void Tavenor::importFile(const QString &fileName)
 bool Tavenor::importRecords(XmfFile::Reader &reader, qint64 total)
 {
     const QString table = reader.table();
-    const QStringList columns = db->fieldNames(table);
+    QString error;
+    const QStringList columns = db->fieldNames(table, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(table, error);
+        return true;
+    }
     RecordImport import(*db, table, columns, [&](const FieldPairs &record) {
         // One that is there already has not failed.
-        return addRecord(table, record, true) > 0 || !mayBeAdded(table, record, true);
+        return addRecord(table, record, true) > 0 || recordExists(table, record, true);
     });
     QStringList proven;
     bool fits = true;
@@ -238,7 +249,7 @@ bool Tavenor::importRecords(XmfFile::Reader &reader, qint64 total)
         const FieldPairs &record = reader.record();
         if (proven.isEmpty() || !hasNames(record, proven)) {
             proven = namesOf(record);
-            fits = columnsMatch(table, proven);
+            fits = proven == columns;
         }
         if (fits) {
             import.add(record);
@@ -246,9 +257,4 @@ bool Tavenor::importRecords(XmfFile::Reader &reader, qint64 total)
     }
     import.finish();
     return fits;
-}
-
-bool Tavenor::columnsMatch(const QString &tableName, const QStringList &names) const
-{
-    return names == db->fieldNames(tableName);
 }

@@ -23,7 +23,10 @@ class RowInsertion;
 
 /// Composes and runs every statement on the default connection. Failures are shown here, at
 /// once and once, in a modal warning box with the texts that people know; callers only test
-/// the result. Reading operations show nothing: they give 0, false or an empty record.
+/// the result. Reading operations show nothing: they give 0, false or an empty record. Whoever
+/// writes on the strength of such an answer hands over an `error`, which gets the driver's text
+/// when what is there could not be read (locked by another program, damaged) and is left alone
+/// otherwise, also for a table or column that does not exist.
 ///
 /// The single look-ups each run a statement of their own. A loop over a table never calls
 /// them: it walks a RowPass.
@@ -48,38 +51,40 @@ public:
     bool isOpen() const;
 
     /// Names of the user tables, in the driver's order; no views, no system tables.
-    QStringList tables() const;
+    QStringList tables(QString *error = nullptr) const;
     /// True when tables() holds exactly this name.
-    bool tableExists(const QString &table) const;
+    bool tableExists(const QString &table, QString *error = nullptr) const;
 
     /// Number of rows, counted by stepping; 0 when the table cannot be read.
     int rowCount(const QString &table) const;
     /// The row whose first column equals id; empty values when there is none.
-    QSqlRecord recordById(const QString &table, int id) const;
+    QSqlRecord recordById(const QString &table, int id, QString *error = nullptr) const;
     /// True when a row's first column equals id.
-    bool idExists(const QString &table, int id) const;
+    bool idExists(const QString &table, int id, QString *error = nullptr) const;
     /// The named field of the row whose first column equals id.
-    QVariant fieldValueById(const QString &table, int id, const QString &fieldName) const;
+    QVariant fieldValueById(const QString &table, int id, const QString &fieldName,
+                            QString *error = nullptr) const;
     /// The row at position `row` (from 0) in table order.
     QSqlRecord recordAt(const QString &table, int row) const;
     /// The value of the named field of a record; runs no statement.
     static QVariant recordValue(const QSqlRecord &record, const QString &fieldName);
     /// The first row whose field equals value, else an empty record.
-    QSqlRecord findRecord(const QString &table, const QString &fieldName,
-                          const QVariant &value) const;
+    QSqlRecord findRecord(const QString &table, const QString &fieldName, const QVariant &value,
+                          QString *error = nullptr) const;
     /// All column names in table order; empty when the table cannot be read.
-    QStringList fieldNames(const QString &table) const;
+    QStringList fieldNames(const QString &table, QString *error = nullptr) const;
     /// True when a column name contains `text`, case-sensitively.
     bool hasFieldContaining(const QString &text, const QString &table) const;
     /// How many columns carry `name`, compared lower-cased with white space simplified;
     /// existing names are cut before their duplicate suffix when cutSuffix is set.
-    int countFields(const QString &table, const QString &name, bool cutSuffix) const;
+    int countFields(const QString &table, const QString &name, bool cutSuffix,
+                    QString *error = nullptr) const;
     /// True when a row's second column equals `text`, both lower-cased and simplified.
     /// Deliberate: only the asked text has its quotes doubled, so a stored title with an
     /// apostrophe is never found.
-    bool titleExists(const QString &table, const QString &text) const;
+    bool titleExists(const QString &table, const QString &text, QString *error = nullptr) const;
     /// Largest Id of the table; 0 for an empty one.
-    int maxId(const QString &table) const;
+    int maxId(const QString &table, QString *error = nullptr) const;
     /// Smallest Id of the table; 0 for an empty one.
     int minId(const QString &table) const;
 
@@ -153,14 +158,12 @@ private:
     bool connect(const QString &path);
     void closeConnection();
     QSqlQuery rowById(const QString &table, int id) const;
-    QStringList fieldNames(const QString &table, QString *error) const;
+    static QStringList namesIn(const QSqlQuery &query);
     IdRange idRange(const QString &table, QString *error) const;
     qint64 largestIdAtOnce(const QString &table, QString *error) const;
-    bool isFree(const QString &table, int id) const;
-    static NewId idAfter(qint64 largest, const QString &error);
+    NewId newId(const QString &table, bool keepId, int wished) const;
     int insert(const QString &table, const NewId &newId, const FieldPairs &values,
                const Message &message);
-    bool canReadSchema() const;
     QString missingFor(const QString &table, int id, const QString &field) const;
     bool confirmIdChange(int id, int newId);
     bool trySilently(const std::function<bool()> &commands);

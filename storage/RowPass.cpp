@@ -4,6 +4,7 @@
 #include "storage/RowPass.h"
 
 #include "model/sqlnames.h"
+#include "storage/readfailure.h"
 #include "storage/sqltext.h"
 
 #include <QSqlDatabase>
@@ -26,6 +27,11 @@ QSqlQuery run(const QString &statement)
         query.exec(statement);
     }
     return query;
+}
+
+bool isUnreadable(const QSqlQuery &query)
+{
+    return !ReadFailure::text(query).isEmpty();
 }
 
 bool canBeNamed(const QStringList &columns)
@@ -59,7 +65,7 @@ RowPass::RowPass(const QString &table, const QStringList &columns)
     if (canBeNamed(columns)) {
         query = run(SqlText::selectColumns(table, columns));
     }
-    if (!query.isActive()) {
+    if (!query.isActive() && !isUnreadable(query)) {
         // Names that SQL would misread, or that the driver gives otherwise than SQL knows them
         // (it leaves out quotes), are found among the names of all columns.
         query = run(SqlText::selectAll(table));
@@ -102,8 +108,12 @@ bool RowPass::failed() const
 
 bool RowPass::isMissing() const
 {
-    // SQLite's code for a statement that it cannot prepare.
-    return query.lastError().nativeErrorCode() == QLatin1String("1");
+    return ReadFailure::isMissing(query);
+}
+
+QString RowPass::unreadable() const
+{
+    return ReadFailure::text(query);
 }
 
 int RowPass::count(const QString &table)

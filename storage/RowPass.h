@@ -38,6 +38,8 @@ public:
 
     /// True when it failed because there is no such table or column.
     bool isMissing() const;
+    /// error() of a table that is there; nothing may be written on the strength of its rows.
+    QString unreadable() const;
 
     /// Number of rows of a table, counted by SQLite itself; 0 when it cannot be read.
     static int count(const QString &table);

@@ -6,6 +6,8 @@
 #include "model/markers.h"
 #include "model/values.h"
 #include "storage/RowPass.h"
+#include "storage/readfailure.h"
+#include "storage/recordmessages.h"
 #include "storage/sqltext.h"
 
 #include <QSqlError>
@@ -36,24 +38,6 @@ QString comparable(const QString &title)
 QString noSuchField(const QString &field)
 {
     return QString::asprintf("ERRORE: Il campo '%s' non esiste!\n", qUtf8Printable(field));
-}
-
-QString insertFailed(const QString &table, const QString &reason)
-{
-    return QString::asprintf("ERRORE: Impossibile aggiungere un elemento alla tabella %s!\n%s",
-                             qUtf8Printable(table), qUtf8Printable(reason));
-}
-
-QString updateFailed(const QString &reason)
-{
-    return QString::asprintf("ERRORE: Impossibile aggiornare il Record!\n%s",
-                             qUtf8Printable(reason));
-}
-
-QString deleteFailed(const QString &reason)
-{
-    return QString::asprintf("ERRORE: Impossibile cancellare il record!\n%s",
-                             qUtf8Printable(reason));
 }
 
 QString firstFilled(const QStringList &texts)
@@ -115,19 +99,24 @@ QSqlQuery DataBase::rowById(const QString &table, int id) const
     return query;
 }
 
-QSqlRecord DataBase::recordById(const QString &table, int id) const
+QSqlRecord DataBase::recordById(const QString &table, int id, QString *error) const
 {
-    return rowById(table, id).record();
+    const QSqlQuery query = rowById(table, id);
+    ReadFailure::tell(query, error);
+    return query.record();
 }
 
-bool DataBase::idExists(const QString &table, int id) const
+bool DataBase::idExists(const QString &table, int id, QString *error) const
 {
-    return rowById(table, id).isValid();
+    const QSqlQuery query = rowById(table, id);
+    ReadFailure::tell(query, error);
+    return query.isValid();
 }
 
-QVariant DataBase::fieldValueById(const QString &table, int id, const QString &fieldName) const
+QVariant DataBase::fieldValueById(const QString &table, int id, const QString &fieldName,
+                                  QString *error) const
 {
-    return recordValue(recordById(table, id), fieldName);
+    return recordValue(recordById(table, id, error), fieldName);
 }
 
 QSqlRecord DataBase::recordAt(const QString &table, int row) const
@@ -147,7 +136,7 @@ QVariant DataBase::recordValue(const QSqlRecord &record, const QString &fieldNam
 }
 
 QSqlRecord DataBase::findRecord(const QString &table, const QString &fieldName,
-                                const QVariant &value) const
+                                const QVariant &value, QString *error) const
 {
     QSqlQuery query = run(SqlText::selectByField(table, fieldName, value.toString()));
     const int position = query.record().indexOf(fieldName);
@@ -156,14 +145,15 @@ QSqlRecord DataBase::findRecord(const QString &table, const QString &fieldName,
             return query.record();
         }
     }
+    ReadFailure::tell(query, error);
     return {};
 }
 
-bool DataBase::titleExists(const QString &table, const QString &text) const
+bool DataBase::titleExists(const QString &table, const QString &text, QString *error) const
 {
     // Deliberate: the stored titles are not doubled, so one with an apostrophe is never found.
     const QString wanted = comparable(Values::quotesDoubled(text));
-    const QStringList columns = fieldNames(table);
+    const QStringList columns = fieldNames(table, error);
     if (columns.size() < 2) {
         return false;
     }
@@ -172,6 +162,9 @@ bool DataBase::titleExists(const QString &table, const QString &text) const
         if (comparable(titles.value(0).toString()) == wanted) {
             return true;
         }
+    }
+    if (error != nullptr && !titles.unreadable().isEmpty()) {
+        *error = titles.unreadable();
     }
     return false;
 }
@@ -191,10 +184,14 @@ DataBase::IdRange DataBase::idRange(const QString &table, QString *error) const
     return range;
 }
 
-int DataBase::maxId(const QString &table) const
+int DataBase::maxId(const QString &table, QString *error) const
 {
-    QString error;
-    return fittingId(largestIdAtOnce(table, &error));
+    QString failure;
+    const qint64 largest = largestIdAtOnce(table, &failure);
+    if (error != nullptr && !failure.isEmpty()) {
+        *error = failure;
+    }
+    return fittingId(largest);
 }
 
 int DataBase::minId(const QString &table) const
@@ -216,14 +213,17 @@ qint64 DataBase::largestIdAtOnce(const QString &table, QString *error) const
     return idRange(table, error).largest;
 }
 
-bool DataBase::isFree(const QString &table, int id) const
+/// The Id of a record to add: the wished one, where it is kept and free, else the one after the
+/// largest. Records are counted from 1.
+DataBase::NewId DataBase::newId(const QString &table, bool keepId, int wished) const
 {
-    return id >= 1 && !idExists(table, id);
-}
-
-/// The Id after the largest one. Records are counted from 1.
-DataBase::NewId DataBase::idAfter(qint64 largest, const QString &error)
-{
+    QString error;
+    const bool isKept = keepId && wished >= 1 && !idExists(table, wished, &error);
+    if (isKept && error.isEmpty()) {
+        return {wished, {}};
+    }
+    // An Id that could not be looked up may be taken.
+    const qint64 largest = error.isEmpty() ? largestIdAtOnce(table, &error) : 0;
     if (!error.isEmpty()) {
         return {-1, error};
     }
@@ -236,8 +236,10 @@ DataBase::NewId DataBase::idAfter(qint64 largest, const QString &error)
 int DataBase::insert(const QString &table, const NewId &newId, const FieldPairs &values,
                      const Message &message)
 {
-    QString readError;
-    const QStringList fields = fieldNames(table, &readError);
+    QSqlQuery query = run(SqlText::selectAll(table));
+    const QStringList fields = namesIn(query);
+    const QString readError = query.lastError().text();
+    query.finish();
     const QString reason =
         firstFilled({SqlText::refusal(QStringList(table) + fields), readError, newId.reason,
                      missingId(fields), refusalOf(fields, newId.id, values)});
@@ -247,25 +249,15 @@ int DataBase::insert(const QString &table, const NewId &newId, const FieldPairs 
 
 int DataBase::insertRecord(const QString &table, bool keepId, int id)
 {
-    NewId newId = {id, {}};
-    if (!keepId || !isFree(table, id)) {
-        QString error;
-        const qint64 largest = idRange(table, &error).largest;
-        newId = idAfter(largest, error);
-    }
-    return insert(table, newId, {},
-                  [&table](const QString &reason) { return insertFailed(table, reason); });
+    const auto message = [&table](const QString &reason) {
+        return RecordMessages::insertFailed(table, reason);
+    };
+    return insert(table, newId(table, keepId, id), {}, message);
 }
 
 int DataBase::insertWhole(const QString &table, bool keepId, int id, const FieldPairs &values)
 {
-    NewId newId = {id, {}};
-    if (!keepId || !isFree(table, id)) {
-        QString error;
-        const qint64 largest = largestIdAtOnce(table, &error);
-        newId = idAfter(largest, error);
-    }
-    return insert(table, newId, values, {});
+    return insert(table, newId(table, keepId, id), values, {});
 }
 
 bool DataBase::insertRow(const SqlText::RowInsertion &insertion, int id, const FieldPairs &values)
@@ -274,20 +266,21 @@ bool DataBase::insertRow(const SqlText::RowInsertion &insertion, int id, const F
     return change(reason, insertion.statement(id, values), {});
 }
 
-/// What an update of this field lacks, as people read it; empty when nothing is missing. A database
-/// that cannot be read lacks nothing that anybody knows of: the statement itself tells why.
+/// What an update of this field lacks, as people read it; empty when nothing is missing. What
+/// could not be looked up is not missing.
 QString DataBase::missingFor(const QString &table, int id, const QString &field) const
 {
-    if (!canReadSchema()) {
-        return QString();
-    }
-    if (!tableExists(table)) {
+    QString error;
+    if (!tableExists(table, &error) && error.isEmpty()) {
         return QString::asprintf("ERRORE: La Tabella '%s' non esiste!\n", qUtf8Printable(table));
     }
-    if (!idExists(table, id)) {
+    if (error.isEmpty() && !idExists(table, id, &error) && error.isEmpty()) {
         return QString::asprintf("ERRORE: L'Id %d non è presente nella Tabella!\n", id);
     }
-    return countFields(table, field, false) == 0 ? noSuchField(field) : QString();
+    if (error.isEmpty() && countFields(table, field, false, &error) == 0 && error.isEmpty()) {
+        return noSuchField(field);
+    }
+    return error.isEmpty() ? QString() : RecordMessages::updateFailed(error);
 }
 
 bool DataBase::updateField(const QString &table, int id, const QString &field, const QString &value)
@@ -304,7 +297,8 @@ bool DataBase::updateField(const QString &table, int id, const QString &field, c
             return !quiet;
         }
     }
-    return change(refusal, SqlText::update(table, id, {{field, value}}), updateFailed);
+    return change(refusal, SqlText::update(table, id, {{field, value}}),
+                  RecordMessages::updateFailed);
 }
 
 /// Asks whether a record gets another Id. While no box may be shown the answer is no, and the
@@ -336,8 +330,10 @@ bool DataBase::updateWhole(const QString &table, int id, const FieldPairs &value
     for (const FieldPair &pair : values) {
         names.append(pair.first);
     }
+    QString error;
+    const QStringList fields = fieldNames(table, &error);
     const QString reason =
-        firstFilled({SqlText::refusal(names), refusalOf(fieldNames(table), id, values)});
+        firstFilled({error, SqlText::refusal(names), refusalOf(fields, id, values)});
     int changedRows = 0;
     if (!change(reason, SqlText::update(table, id, values), {}, &changedRows)) {
         return false;
@@ -350,7 +346,8 @@ bool DataBase::updateWhole(const QString &table, int id, const FieldPairs &value
 
 bool DataBase::deleteRecord(const QString &table, int id)
 {
-    return change(SqlText::refusal({table}), SqlText::deleteById(table, id), deleteFailed);
+    return change(SqlText::refusal({table}), SqlText::deleteById(table, id),
+                  RecordMessages::deleteFailed);
 }
 
 bool DataBase::deleteRecords(const QString &table, const QVector<int> &ids)

@@ -3,6 +3,7 @@
 // The only owner of the SQLite connection: tables and their columns.
 #include "storage/DataBase.h"
 
+#include "storage/readfailure.h"
 #include "storage/schemamessages.h"
 #include "storage/sqltext.h"
 
@@ -18,12 +19,6 @@ namespace
 QString comparable(const QString &name)
 {
     return name.toLower().simplified();
-}
-
-QString dropFailed(const QString &table, const QString &reason)
-{
-    return QString::asprintf("ERRORE: Impossibile cancellare la tabella %s!\n%s",
-                             qUtf8Printable(table), qUtf8Printable(reason));
 }
 
 QString clearFailed(const QString &table, const QString &reason)
@@ -53,9 +48,14 @@ QString refusalOf(const QString &table, const ColumnDefinitions &columns)
 
 } // namespace
 
-QStringList DataBase::tables() const
+QStringList DataBase::tables(QString *error) const
 {
-    QStringList names = connection.tables(QSql::Tables);
+    QSqlQuery query = run(SqlText::tableNames());
+    QStringList names;
+    while (query.next()) {
+        names.append(query.value(0).toString());
+    }
+    ReadFailure::tell(query, error);
     // SQLite's own tables, which the driver lists too.
     const auto isInternal = [](const QString &name) {
         return name.startsWith(QLatin1String("sqlite_"), Qt::CaseInsensitive);
@@ -64,30 +64,20 @@ QStringList DataBase::tables() const
     return names;
 }
 
-bool DataBase::tableExists(const QString &table) const
+bool DataBase::tableExists(const QString &table, QString *error) const
 {
-    return tables().contains(table);
+    return tables(error).contains(table);
 }
 
-/// False while nobody can tell which tables there are, for instance on a disk that fails.
-bool DataBase::canReadSchema() const
-{
-    return run(SqlText::schemaEntries()).isActive();
-}
-
-QStringList DataBase::fieldNames(const QString &table) const
-{
-    return fieldNames(table, nullptr);
-}
-
-/// The same, with the driver's text in `error`, where one is given, when the table cannot be
-/// read.
 QStringList DataBase::fieldNames(const QString &table, QString *error) const
 {
     const QSqlQuery query = run(SqlText::selectAll(table));
-    if (error != nullptr) {
-        *error = query.isActive() ? QString() : query.lastError().text();
-    }
+    ReadFailure::tell(query, error);
+    return namesIn(query);
+}
+
+QStringList DataBase::namesIn(const QSqlQuery &query)
+{
     const QSqlRecord record = query.record();
     QStringList names;
     names.reserve(record.count());
@@ -104,10 +94,11 @@ bool DataBase::hasFieldContaining(const QString &text, const QString &table) con
                        [&text](const QString &name) { return name.contains(text); });
 }
 
-int DataBase::countFields(const QString &table, const QString &name, bool cutSuffix) const
+int DataBase::countFields(const QString &table, const QString &name, bool cutSuffix,
+                          QString *error) const
 {
     const QString wanted = comparable(name);
-    const QStringList names = fieldNames(table);
+    const QStringList names = fieldNames(table, error);
     // Deliberate: only the existing names are cut, the asked one never is.
     const auto matches = [&wanted, cutSuffix](const QString &existing) {
         return comparable(cutSuffix ? Columns::withoutDuplicateSuffix(existing) : existing) ==
@@ -119,7 +110,8 @@ int DataBase::countFields(const QString &table, const QString &name, bool cutSuf
 bool DataBase::createTable(const QString &table, const ColumnDefinitions &columns)
 {
     // Deliberate: tested first, although the statement itself tolerates an existing table.
-    if (tableExists(table)) {
+    QString error;
+    if (tableExists(table, &error)) {
         report(QString::asprintf("ERRORE: La Tabella %s è già presente nel Db!\n",
                                  qUtf8Printable(table)));
         return false;
@@ -127,22 +119,27 @@ bool DataBase::createTable(const QString &table, const ColumnDefinitions &column
     const auto message = [&table](const QString &reason) {
         return SchemaMessages::createFailed(table, reason);
     };
-    return change(refusalOf(table, columns), SqlText::createTable(table, columns), message);
+    return change(error.isEmpty() ? refusalOf(table, columns) : error,
+                  SqlText::createTable(table, columns), message);
 }
 
 bool DataBase::addColumn(const QString &table, const QString &name, const QString &type)
 {
-    const QString stored = Columns::withDuplicateSuffix(name, countFields(table, name, true));
+    QString error;
+    const int same = countFields(table, name, true, &error);
+    const QString stored = Columns::withDuplicateSuffix(name, same);
     const auto message = [&table, &stored](const QString &reason) {
         return SchemaMessages::addColumnFailed(table, stored, reason);
     };
-    return change(refusalOf(table, {{stored, type}}), SqlText::addColumn(table, stored, type),
-                  message);
+    return change(error.isEmpty() ? refusalOf(table, {{stored, type}}) : error,
+                  SqlText::addColumn(table, stored, type), message);
 }
 
 bool DataBase::dropTable(const QString &table)
 {
-    const auto message = [&table](const QString &reason) { return dropFailed(table, reason); };
+    const auto message = [&table](const QString &reason) {
+        return SchemaMessages::dropFailed(table, reason);
+    };
     return change(SqlText::refusal({table}), SqlText::dropTable(table), message);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
-// What people read when a table cannot be made or changed.
+// What people read when a table cannot be made, changed or removed.
 #include "storage/schemamessages.h"
 
 namespace SchemaMessages
@@ -16,6 +16,12 @@ QString addColumnFailed(const QString &table, const QString &field, const QStrin
 {
     return QString::asprintf("ERRORE: Impossibile aggiungere il campo %s alla tabella %s!\n%s",
                              qUtf8Printable(field), qUtf8Printable(table), qUtf8Printable(reason));
+}
+
+QString dropFailed(const QString &table, const QString &reason)
+{
+    return QString::asprintf("ERRORE: Impossibile cancellare la tabella %s!\n%s",
+                             qUtf8Printable(table), qUtf8Printable(reason));
 }
 
 } // namespace SchemaMessages

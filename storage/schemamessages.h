@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
-// What people read when a table cannot be made or changed.
+// What people read when a table cannot be made, changed or removed.
 #pragma once
 
 #include <QString>
@@ -14,5 +14,8 @@ QString createFailed(const QString &table, const QString &reason);
 
 /// The field could not be added to the table.
 QString addColumnFailed(const QString &table, const QString &field, const QString &reason);
+
+/// The table could not be removed.
+QString dropFailed(const QString &table, const QString &reason);
 
 } // namespace SchemaMessages

@@ -290,6 +290,12 @@ QString schemaVersion()
     return QStringLiteral("PRAGMA schema_version");
 }
 
+QString tableNames()
+{
+    return QStringLiteral("SELECT name FROM sqlite_master WHERE type='table' UNION ALL "
+                          "SELECT name FROM sqlite_temp_master WHERE type='table'");
+}
+
 QString schemaEntries()
 {
     return QStringLiteral("SELECT count(*) FROM sqlite_master");

@@ -84,6 +84,8 @@ private:
 
 /// Reads the head of the file.
 QString schemaVersion();
+/// The names of all tables, in the driver's order.
+QString tableNames();
 /// Reads the list of tables, which SQLite checks at that.
 QString schemaEntries();
 /// Keeps a connection from writing.

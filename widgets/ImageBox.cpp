@@ -72,6 +72,10 @@ void ImageBox::accepted()
     }
     if (!fileName.isEmpty() && subFolder.isEmpty() && subFolderSource) {
         subFolder = subFolderSource();
+        if (subFolder.isEmpty()) {
+            // The record's folder could not be told, and nobody else's will do.
+            fileName.clear();
+        }
     }
     if (!subFolder.isEmpty() && Attachments::isInside(basePath, subFolder)) {
         QDir().mkdir(basePath + subFolder);

@@ -108,7 +108,12 @@ void inputDataForm::attach(const QString &source)
     if (Attachments::fileName(source).isEmpty()) {
         return;
     }
-    const QString path = AttachFile::copyIn(basePath, recordFolder(), source);
+    const QString folder = recordFolder();
+    if (folder.isEmpty() && attachmentFolderSource) {
+        // It could not be told, and nobody else's will do.
+        return;
+    }
+    const QString path = AttachFile::copyIn(basePath, folder, source);
     if (!path.isEmpty()) {
         takeAttachment(path);
     }
@@ -127,7 +132,11 @@ void inputDataForm::pasteAttachment()
     if (kind != Formats::Kind::Image || picture.isNull()) {
         return;
     }
-    const QString path = AttachFile::savePicture(basePath, recordFolder(), picture);
+    const QString folder = recordFolder();
+    if (folder.isEmpty() && attachmentFolderSource) {
+        return;
+    }
+    const QString path = AttachFile::savePicture(basePath, folder, picture);
     if (!path.isEmpty()) {
         takeAttachment(path);
     }
