@@ -178,7 +178,7 @@ void lookAround(Tavenor &window)
 using Change = void (*)(const Workspace &);
 Q_DECLARE_METATYPE(Change)
 
-class Files : public QObject
+class Surroundings : public QObject
 {
     Q_OBJECT
 
@@ -196,7 +196,7 @@ private:
     int casesRun = 0;
 };
 
-void Files::changedBehindTheBack_data()
+void Surroundings::changedBehindTheBack_data()
 {
     QTest::addColumn<Change>("change");
     QTest::addColumn<bool>("isReadable");
@@ -210,7 +210,7 @@ void Files::changedBehindTheBack_data()
     QTest::newRow("another database written over it") << &copyAnotherInto << false;
 }
 
-void Files::changedBehindTheBack()
+void Surroundings::changedBehindTheBack()
 {
     QFETCH(Change, change);
     QFETCH(bool, isReadable);
@@ -251,7 +251,7 @@ void Files::changedBehindTheBack()
     }
 }
 
-void Files::startUpFileThatIsNone_data()
+void Surroundings::startUpFileThatIsNone_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("kind");
@@ -295,7 +295,7 @@ void makeOdd(const Workspace &here, const QString &file, const QString &kind)
     }
 }
 
-void Files::startUpFileThatIsNone()
+void Surroundings::startUpFileThatIsNone()
 {
     QFETCH(QString, file);
     QFETCH(QString, kind);
@@ -322,7 +322,7 @@ void Files::startUpFileThatIsNone()
     ++casesRun;
 }
 
-void Files::nameIsRemembered_data()
+void Surroundings::nameIsRemembered_data()
 {
     QTest::addColumn<QString>("name");
     const QStringList names = {QStringLiteral("i miei libri.db"),
@@ -342,7 +342,7 @@ void Files::nameIsRemembered_data()
     }
 }
 
-void Files::nameIsRemembered()
+void Surroundings::nameIsRemembered()
 {
     QFETCH(QString, name);
     const Workspace here;
@@ -372,7 +372,7 @@ void Files::nameIsRemembered()
     ++casesRun;
 }
 
-void Files::folderThatForbidsWritingIsTold()
+void Surroundings::folderThatForbidsWritingIsTold()
 {
     // A file on a disc, or in somebody else's folder: it can be looked at.
     const Unprivileged rights;
@@ -404,11 +404,11 @@ void Files::folderThatForbidsWritingIsTold()
     ++casesRun;
 }
 
-void Files::cleanupTestCase()
+void Surroundings::cleanupTestCase()
 {
     Campaign::report(QStringLiteral("files and folders changed or odd"), casesRun,
                      QStringLiteral("0 failures"));
 }
 
-QTEST_MAIN(Files)
-#include "faults_files.moc"
+QTEST_MAIN(Surroundings)
+#include "faults_surroundings.moc"
