@@ -3,6 +3,7 @@
 // Awkward names wherever a person types one: made exactly as typed, or refused with one box;
 // nothing else in the database changes.
 #include "model/sqlnames.h"
+#include "model/values.h"
 #include "tests/support/Campaign.h"
 #include "tests/support/DesignerPage.h"
 #include "tests/support/FilterPage.h"
@@ -455,9 +456,10 @@ QString asAttachment(const Place &place, const QString &name, bool *accepted)
         here.value(place.program.database,
                    text("SELECT NPDFFORMAT_Scheda FROM libri ORDER BY rowid DESC LIMIT 1"))
             .toString();
-    *accepted = stored == folder + file;
-    const bool isCopied = here.read(folder + file) == "%PDF " + name.toUtf8();
-    after.removeOne(folder + file);
+    const QString kept = folder + Values::asStored(file);
+    *accepted = stored == kept;
+    const bool isCopied = here.read(kept) == "%PDF " + name.toUtf8();
+    after.removeOne(kept);
     if (after != before) {
         return text("other files: ") + after.join(QLatin1Char(','));
     }
