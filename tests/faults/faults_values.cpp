@@ -161,7 +161,11 @@ QString enterAndSave(const EntryPage::Started &program, const QString &format, c
 {
     const QWidget &window = *program.window;
     EntryPage::enter(window, text("C"), value);
-    *shown = EntryPage::shown(window, text("C"));
+    // What a several-line editor gives as plain text has other blanks.
+    *shown = EntryPage::part<QLineEdit>(window, text("C"), "leData")->text();
+    if (!isTextFormat(format)) {
+        *shown = EntryPage::shown(window, text("C"));
+    }
     if (showsAsIs(format, value) && *shown != value) {
         return fault(value, text("shown as ") + *shown);
     }
@@ -258,7 +262,7 @@ void FaultsValues::typedValues()
     const Started program(oneColumn(column));
     const QWidget &window = *program.window;
     QStringList faults;
-    const QStringList values = chosenValues(6, format.size());
+    const QStringList values = chosenValues(4, format.size());
     for (int i = 0; i < values.size(); ++i) {
         const QString &value = values.at(i);
         const QStringList before = allRows(program);
@@ -309,6 +313,9 @@ void FaultsValues::typedValues()
         EntryPage::forgetOldPages();
     }
     faults.removeAll(QString());
+    if (!faults.isEmpty()) {
+        qInfo("%s", qUtf8Printable(faults.join(QLatin1Char('\n'))));
+    }
     QCOMPARE(faults.join(QLatin1Char('\n')), QString());
 }
 
@@ -328,7 +335,7 @@ void FaultsValues::importedValues()
     const Started program(oneColumn(column));
     QStringList faults;
     int id = 1000;
-    for (const QString &value : chosenValues(4, format.size() * 7)) {
+    for (const QString &value : chosenValues(3, format.size() * 7)) {
         ++id;
         const QStringList before = allRows(program);
         program.here.write(
@@ -357,7 +364,7 @@ void FaultsValues::importedValues()
 
 void FaultsValues::savingsWithoutChange()
 {
-    const QStringList values = chosenValues(8, 3);
+    const QStringList values = chosenValues(6, 3);
     const Started program(everyColumn(values));
     const UrlCatcher catcher;
     const QWidget &window = *program.window;
