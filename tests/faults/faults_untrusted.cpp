@@ -12,6 +12,7 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QHelpEvent>
+#include <QPointer>
 #include <QRandomGenerator>
 #include <QToolTip>
 
@@ -256,11 +257,16 @@ QStringList renderingWidgets()
 QStringList renderedTips(int *seen)
 {
     QStringList found;
+    QVector<QPointer<QWidget>> widgets;
     for (QWidget *const widget : QApplication::allWidgets()) {
-        if (widget->isVisible() && widget->toolTip().contains(text("pipe"))) {
+        widgets.append(widget);
+    }
+    // The toolkit deletes the tips that were shown before.
+    for (const QPointer<QWidget> &widget : qAsConst(widgets)) {
+        if (widget && widget->isVisible() && widget->toolTip().contains(text("pipe"))) {
             ++*seen;
             QHelpEvent ask(QEvent::ToolTip, QPoint(1, 1), widget->mapToGlobal(QPoint(1, 1)));
-            QCoreApplication::sendEvent(widget, &ask);
+            QCoreApplication::sendEvent(widget.data(), &ask);
             if (QToolTip::text().contains(text("<img"))) {
                 found.append(text("tip of ") + widget->objectName());
             }
@@ -287,12 +293,7 @@ QStringList markupLibrary()
             text("INSERT INTO libri VALUES (1,%1,%1,%1)").arg(sqlText(Markup)),
             text("CREATE TABLE altri (RINTEGERFORMAT_Id integer primary key,RSTRINGFORMAT_Nome "
                  "text)"),
-            text("INSERT INTO altri VALUES (1,%1)").arg(sqlText(Markup)),
-            text("CREATE TABLE filters (RINTEGERFORMAT_Id integer primary key,"
-                 "RSTRINGFORMAT_filterName text,RSTRINGFORMAT_tableName text,"
-                 "NSTRINGFORMAT_fieldName text,NSTRINGFORMAT_fieldValue text,"
-                 "NSTRINGFORMAT_fieldType text,NSTRINGFORMAT_condition text,"
-                 "NSTRINGFORMAT_andOr text)")};
+            text("INSERT INTO altri VALUES (1,%1)").arg(sqlText(Markup))};
 }
 
 } // namespace
@@ -417,6 +418,7 @@ void FaultsUntrusted::markup()
     const UrlCatcher catcher;
     Tavenor window;
     window.show();
+    const ModalResponder responder;
     int tips = 0;
     int looks = 0;
     const auto look = [&] {

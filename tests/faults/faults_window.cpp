@@ -401,13 +401,13 @@ void FaultsWindow::disturbedOperations()
     QFETCH(const Operation, operation);
     const Workspace here;
     here.write(text("casa/keep"), "");
-    here.sql(Database, library() + longTable(Campaign::cases(2500, 60000)));
+    here.sql(Database, library() + longTable(Campaign::cases(2500, 15000)));
     here.remember(Database);
     Tavenor window;
     window.show();
     const QStringList expected = operation(window, here);
     QVERIFY(!expected.isEmpty() && expected != QStringList(QString()));
-    for (int round = 0; round < Campaign::cases(1, 20); ++round) {
+    for (int round = 0; round < Campaign::cases(1, 5); ++round) {
         const Disturbance disturbance(Campaign::start() + quint32(round));
         QVERIFY2(operation(window, here) == expected, qPrintable(QString::number(round)));
         QVERIFY(window.isVisible());
