@@ -419,7 +419,8 @@ void Tavenor::createNewFilter()
 
 void Tavenor::waitForName()
 {
-    const QString name = nameForm->getName();
+    // The button must have the name that the rows have.
+    const QString name = Values::asStored(nameForm->getName());
     if (name.trimmed().isEmpty()) {
         return;
     }

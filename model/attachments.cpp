@@ -99,6 +99,11 @@ bool mayBeOpened(const QString &base, const QString &storedPath)
     if (!isInside(base, storedPath)) {
         return false;
     }
+    // Whoever opens a pipe waits, and a device may never end.
+    const QFileInfo file(base + storedPath);
+    if (file.exists() && !file.isFile() && !file.isDir()) {
+        return false;
+    }
     // The target counts as well as the name: a link may call a script a picture.
     return !hasRunnableSuffix(QDir::cleanPath(storedPath)) &&
            !hasRunnableSuffix(resolved(base + storedPath));

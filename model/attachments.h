@@ -26,7 +26,7 @@ bool isInside(const QString &base, const QString &storedPath);
 
 /// True when the stored path may be handed to the desktop: inside the folder, and not of a
 /// kind that the desktop would run, neither by its own suffix (in any letter case) nor by that
-/// of the file that a link leads to.
+/// of the file that a link leads to, and neither a pipe nor a device.
 bool mayBeOpened(const QString &base, const QString &storedPath);
 
 } // namespace Attachments

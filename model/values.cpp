@@ -11,6 +11,8 @@
 namespace
 {
 
+constexpr ushort FirstNonCharacter = 0xfffe;
+
 const QString &datePattern()
 {
     static const QString pattern = QStringLiteral("dd/MM/yyyy");
@@ -139,6 +141,22 @@ int percent(int done, int total)
     const double part = static_cast<double>(done) / total * 100;
     return static_cast<int>(
         qBound<double>(std::numeric_limits<int>::min(), part, std::numeric_limits<int>::max()));
+}
+
+QString asStored(QString text)
+{
+    text = text.section(QChar(0), 0, 0);
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar character = text.at(i);
+        if (character.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
+            ++i;
+        } else if (character.isSurrogate()) {
+            text[i] = QLatin1Char('?');
+        } else if (character.unicode() >= FirstNonCharacter) {
+            text[i] = QChar::ReplacementCharacter;
+        }
+    }
+    return text;
 }
 
 QString quotesDoubled(QString text)

@@ -69,6 +69,10 @@ QString oneCharacterId(int rows);
 /// The integer part of done / total x 100, cut, not rounded; 0 when total is below 1.
 int percent(int done, int total);
 
+/// `text` as a database gives it back after a statement: cut at a NUL character, halves of
+/// surrogate pairs as "?", U+FFFE and U+FFFF as the replacement character.
+QString asStored(QString text);
+
 /// `text` with every single quote doubled, ready to stand inside a quoted SQL value.
 QString quotesDoubled(QString text);
 

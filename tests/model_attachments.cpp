@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 class TestAttachments : public QObject
 {
     Q_OBJECT
@@ -288,11 +290,17 @@ void TestAttachments::mayBeOpened_data()
     QTest::newRow("not with a final line") << "TABLES_DOC/a.desktop/" << false;
     QTest::newRow("not with a final point") << "TABLES_DOC/a.desktop/." << false;
     QTest::newRow("not outside") << "../other/secret.png" << false;
+    QTest::newRow("not a pipe") << "TABLES_DOC/pipe" << false;
+    QTest::newRow("not a link to a pipe") << "TABLES_DOC/link.pdf" << false;
+    QTest::newRow("a folder") << "TABLES_DOC/libri" << true;
 }
 
 void TestAttachments::mayBeOpened()
 {
     QFETCH(QString, path);
+    QCOMPARE(mkfifo(qPrintable(base + QStringLiteral("TABLES_DOC/pipe")), 0600), 0);
+    makeLink(base + QStringLiteral("TABLES_DOC/pipe"),
+             base + QStringLiteral("TABLES_DOC/link.pdf"));
     QTEST(Attachments::mayBeOpened(base, path), "expected");
 }
 

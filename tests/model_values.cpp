@@ -38,6 +38,8 @@ private slots:
     void number();
     void leadingWhole_data();
     void leadingWhole();
+    void asStored_data();
+    void asStored();
     void quotesDoubled_data();
     void quotesDoubled();
 };
@@ -321,6 +323,31 @@ void TestValues::leadingWhole()
 {
     QFETCH(QString, text);
     QTEST(Values::leadingWhole(text), "expected");
+}
+
+void TestValues::asStored_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+    const QString high(QChar(0xd83d));
+    const QString low(QChar(0xdcda));
+    QTest::newRow("what people type stays")
+        << QStringLiteral("l'anno, 漢 📚\u202e\ufeff") << QStringLiteral("l'anno, 漢 📚\u202e\ufeff");
+    QTest::newRow("nothing comes after a NUL character")
+        << QStringLiteral("a") + QChar(0) + QStringLiteral("b") << QStringLiteral("a");
+    QTest::newRow("halves of a pair are question marks")
+        << low + high + QLatin1Char('x') + high << QStringLiteral("??x?");
+    QTest::newRow("a pair after a half stays")
+        << high + high + low << QLatin1Char('?') + high + low;
+    QTest::newRow("characters that are none are replaced")
+        << QStringLiteral("a") + QChar(0xfffe) + QChar(0xffff) + QChar(0xfffd)
+        << QStringLiteral("a\ufffd\ufffd\ufffd");
+}
+
+void TestValues::asStored()
+{
+    QFETCH(QString, text);
+    QTEST(Values::asStored(text), "expected");
 }
 
 void TestValues::quotesDoubled_data()

@@ -4,6 +4,7 @@
 #include "widgets/attachfile.h"
 
 #include "model/attachments.h"
+#include "model/values.h"
 
 #include <QDir>
 #include <QFile>
@@ -79,7 +80,8 @@ bool isRegularFile(const QString &path)
 
 QString copyIn(const QString &base, const QString &folder, const QString &source)
 {
-    const QString name = Attachments::fileName(source);
+    // The copy must be found again by the name that the record keeps.
+    const QString name = Values::asStored(Attachments::fileName(source));
     QString path = storedPath(folder, name);
     if (name.isEmpty() || !Attachments::mayBeOpened(base, path)) {
         return {};

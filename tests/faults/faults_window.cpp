@@ -53,7 +53,7 @@ QStringList library()
         text("CREATE TABLE subtablesconfigs (RINTEGERFORMAT_Id integer primary key,"
              "RSTRINGFORMAT_subConfigName text,NSTRINGFORMAT_subConfigFieldName text,"
              "NSTRINGFORMAT_subConfigFieldType text)"),
-        text("INSERT INTO subtablesconfigs VALUES (1,'libri_XSBCONFX_NSUBTABLEFORMAT_Prestiti',"
+        text("INSERT INTO subtablesconfigs VALUES (1,'libri_Prestiti',"
              "'NSTRINGFORMAT_Amico','text')"),
         text("INSERT INTO autori VALUES (1,'Svevo','','19/12/1861'),(2,'D''Annunzio','','x')"),
     };
@@ -107,6 +107,7 @@ struct Reached {
     qint64 filters = 0; // applied
     qint64 programs = 0;
     qint64 locksLeft = 0;
+    qint64 slowest = 0; // step, in milliseconds
     Monkey::Counts counts;
 
     void add(const Reached &other)
@@ -119,6 +120,7 @@ struct Reached {
         filters += other.filters;
         programs += other.programs;
         locksLeft += other.locksLeft;
+        slowest = qMax(slowest, other.slowest);
         counts.steps += other.counts.steps;
         counts.boxes += other.counts.boxes;
         counts.fileDialogs += other.counts.fileDialogs;
@@ -139,11 +141,12 @@ struct Reached {
                    .arg(filters)
                    .arg(counts.boxes)
                    .arg(counts.fileDialogs) +
-               text("%1 menus, %2 commands, %3 disturbed moments, %4 programs")
+               text("%1 menus, %2 commands, %3 disturbed moments, %4 programs, slowest step %5 ms")
                    .arg(counts.menus)
                    .arg(counts.actions)
                    .arg(counts.disturbances)
-                   .arg(programs);
+                   .arg(programs)
+                   .arg(slowest);
     }
 };
 
@@ -176,7 +179,10 @@ public:
         const int page = FilterPage::page(*window);
         const int changes = firstNumber("SELECT total_changes()");
         const int tables = firstNumber("SELECT count(*) FROM sqlite_master");
+        QElapsedTimer clock;
+        clock.start();
         monkey.step();
+        reached.slowest = qMax(reached.slowest, clock.elapsed());
         const bool writes = firstNumber("SELECT total_changes()") > changes;
         const int now = FilterPage::page(*window);
         reached.writes += writes ? 1 : 0;
@@ -355,7 +361,7 @@ private:
 void FaultsWindow::randomHands_data()
 {
     QTest::addColumn<quint32>("start");
-    const int lives = Campaign::cases(2, 20);
+    const int lives = Campaign::cases(1, 20);
     for (int life = 0; life < lives; ++life) {
         const quint32 start = Campaign::start() + quint32(life);
         QTest::addRow("hands that start at %u", start) << start;
@@ -395,13 +401,13 @@ void FaultsWindow::disturbedOperations()
     QFETCH(const Operation, operation);
     const Workspace here;
     here.write(text("casa/keep"), "");
-    here.sql(Database, library() + longTable(Campaign::cases(4000, 60000)));
+    here.sql(Database, library() + longTable(Campaign::cases(2500, 15000)));
     here.remember(Database);
     Tavenor window;
     window.show();
     const QStringList expected = operation(window, here);
     QVERIFY(!expected.isEmpty() && expected != QStringList(QString()));
-    for (int round = 0; round < Campaign::cases(1, 20); ++round) {
+    for (int round = 0; round < Campaign::cases(1, 5); ++round) {
         const Disturbance disturbance(Campaign::start() + quint32(round));
         QVERIFY2(operation(window, here) == expected, qPrintable(QString::number(round)));
         QVERIFY(window.isVisible());
@@ -459,11 +465,15 @@ void FaultsWindow::cleanupTestCase()
         operations, text("0 failures"));
     qInfo("%lld operations, disturbed %lld times", operations, disturbances);
     qInfo("%s", qPrintable(total.told()));
-    QVERIFY(total.counts.steps == 0 || total.pages.size() == 5);
+    QVERIFY(!Campaign::isFull() || total.counts.steps == 0 || total.pages.size() == 5);
 }
 
 int main(int argc, char *argv[])
 {
+    if (Campaign::isFull()) {
+        // The toolkit's own limit is less than what all lives take together.
+        qputenv("QTEST_FUNCTION_TIMEOUT", "3600000");
+    }
     const QApplication application(argc, argv);
     if (qEnvironmentVariableIsSet(CopyFolder)) {
         return beSecondCopy();

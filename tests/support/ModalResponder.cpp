@@ -173,6 +173,9 @@ void ModalResponder::respondTo(QMessageBox &box)
         return;
     }
     shownBoxes.append(recordOf(box));
+    if (answers.isEmpty() && otherAnswer != QMessageBox::NoButton) {
+        answer(otherAnswer);
+    }
     if (answers.isEmpty() || !apply(answers.dequeue(), box)) {
         surprise(QStringLiteral("box: ") + box.text(), box);
     }

@@ -61,6 +61,9 @@ public:
     /// The next dialog is a box, answered with `button`; `look`, when given, is called while
     /// the box is still shown.
     void answer(QMessageBox::StandardButton button, const Look &look = {});
+    /// Boxes that have no queued answer are answered with `button`, for tests that count what
+    /// came instead of expecting it.
+    void answerOthers(QMessageBox::StandardButton button) { otherAnswer = button; }
     /// The next dialog is a box, answered with the Esc key.
     void pressEscape();
     /// The next dialog is a box, answered with the Return key, so by its default button.
@@ -106,6 +109,7 @@ private:
 
     QTimer timer;
     QQueue<Answer> answers;
+    QMessageBox::StandardButton otherAnswer = QMessageBox::NoButton;
     QVector<QPointer<QDialog>> answered;
     QVector<Box> shownBoxes;
     QVector<FileDialog> shownFileDialogs;

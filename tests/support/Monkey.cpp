@@ -256,7 +256,7 @@ void Monkey::act(QWidget &front)
         type(front);
     } else if (choice < 72) {
         press(front);
-    } else if (choice < 82) {
+    } else if (choice < 77) {
         trigger(front);
     } else if (choice < 93) {
         fillLines(front);

@@ -10,9 +10,9 @@ namespace
 
 QStringList schemes()
 {
-    return {QStringLiteral("file"), QStringLiteral("http"),   QStringLiteral("https"),
-            QStringLiteral("ftp"),  QStringLiteral("mailto"), QStringLiteral("javascript"),
-            QStringLiteral("data")};
+    return QStringLiteral("file http https ftp mailto javascript data smb sftp ssh tel about ldap "
+                          "view-source ms-msdt vbscript nfs dav git magnet qrc x-man")
+        .split(QLatin1Char(' '));
 }
 
 } // namespace

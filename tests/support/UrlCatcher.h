@@ -8,8 +8,8 @@
 #include <QUrl>
 
 /// While it lives, nothing that is handed to QDesktopServices::openUrl() with one of the
-/// schemes file, http, https, ftp, mailto, javascript or data reaches the desktop: the
-/// addresses are recorded instead. One at a time.
+/// schemes file, http, https, ftp, mailto, javascript, data or one of some rarer ones reaches the
+/// desktop: the addresses are recorded instead. One at a time.
 class UrlCatcher : public QObject
 {
     Q_OBJECT
