@@ -27,6 +27,10 @@ public:
     /// The whole text of the line at `index` when it does not fit, else nothing.
     QString hiddenText(const QModelIndex &index) const;
 
+    /// Makes the line at `row` the current one. A line that was out of sight comes to the middle,
+    /// where its neighbours are seen too.
+    void revealRow(int row);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     bool viewportEvent(QEvent *event) override;
