@@ -104,7 +104,7 @@ void Tavenor::explainEmptyList(bool tableWasRead)
         ui->userListWidget->setPlaceholder(QStringLiteral("Nessuna Tabella Caricata!"),
                                            waysToATable(),
                                            Icons::shared(QStringLiteral(":/listIcon")));
-    } else if (tableWasRead) {
+    } else if (tableWasRead && listLines.isEmpty()) {
         const bool filtered = !listedConditions.isEmpty();
         ui->userListWidget->setPlaceholder(RecordLines::countText(0), waysToARecord(filtered),
                                            filtered ? Icons::shared(QStringLiteral(":/filterIcon"))
