@@ -50,6 +50,7 @@ Tavenor::Tavenor(QWidget *parent)
     , ui(std::make_unique<Ui::Tavenor>())
 {
     ui->setupUi(this);
+    Icons::fitToGround(*this);
     setProgramStyle();
     setWindowTitle(WindowTitle);
     setTexts();
@@ -57,7 +58,6 @@ Tavenor::Tavenor(QWidget *parent)
     makeDialogs();
     makeSecondDoor();
     makeModeMarks();
-    Icons::fitToGround(*this);
     connectDatabase();
     connectActions();
     connectRecordList();
@@ -123,15 +123,15 @@ void Tavenor::setLook()
     }
     setCalculatorLook();
     ui->userListWidget->setSpacing(1);
-    // The buttons beside the name stay where they are while it is hidden.
-    QSizePolicy keptRoom = ui->lbListName->sizePolicy();
-    keptRoom.setRetainSizeWhenHidden(true);
-    ui->lbListName->setSizePolicy(keptRoom);
-
-    // A record is read like a card, on the ground of the list beside it.
-    ui->datiScroll->setBackgroundRole(QPalette::Base);
-    ui->datiContents->setBackgroundRole(QPalette::Base);
+    // A record is read like a card. Boxes without a tick are seen on this ground in every palette.
+    ui->datiScroll->setBackgroundRole(QPalette::AlternateBase);
+    ui->datiContents->setBackgroundRole(QPalette::AlternateBase);
     ui->datiContents->setForegroundRole(QPalette::Text);
+    // On wide screens what belongs together stays together.
+    for (QWidget *const page : {ui->datiContents, ui->newElementContents, ui->calcContents,
+                                static_cast<QWidget *>(ui->filterContents)}) {
+        page->setMaximumWidth(FirstSize::WidestPage);
+    }
 
     resize(FirstSize::window(QGuiApplication::primaryScreen()->availableSize()));
     ui->mainSplitter->setStretchFactor(1, 1);

@@ -301,6 +301,8 @@ private:
     void clearRecordList();
     /// Says in an empty list why it is empty and what to do next.
     void explainEmptyList(bool tableWasRead);
+    /// The commands that lead to a record in the empty list: `filtered`, or of an empty table.
+    QStringList waysToARecord(bool filtered) const;
     /// The commands that lead to a first table, for one who has none.
     QStringList waysToATable() const;
     /// The row of the line that opens record `id`; -1 when it has no line.
@@ -366,7 +368,8 @@ private:
     void setDesignerTexts();
     void connectDesigner();
     void showDesigner();
-    /// Shows the current table's icon and name above the pages, but not over a new table's.
+    /// Shows the current table's icon and name above the pages; while a new table is designed,
+    /// the page's heading instead.
     void updateTableHead();
     void escapeDesigner();
     void putHeadBeforeRows();

@@ -9,6 +9,9 @@
 namespace FirstSize
 {
 
+/// No page is laid out wider, however wide the window is.
+constexpr int WidestPage = 1000;
+
 /// The window's size on a screen with so much room for windows: all of a small screen, three
 /// fifths of a large one, within limits in which a card can be read. Never larger than the room.
 QSize window(const QSize &available);

@@ -220,6 +220,11 @@ void Tavenor::updateTableHead()
     const bool ofTable = addingFields || ui->stPages->currentIndex() != DesignerPage;
     ui->lbListIcon->setVisible(ofTable);
     ui->lbListName->setVisible(ofTable);
+    if (!ofTable) {
+        ui->headerLayout->insertWidget(0, ui->lbDesigner, 1);
+    } else if (ui->lbDesigner->parentWidget() != ui->newTable) {
+        ui->newTablePageLayout->insertWidget(0, ui->lbDesigner);
+    }
 }
 
 // Rows come last in the keyboard's order, wherever the rest of the page stands in it.

@@ -109,15 +109,24 @@ void Tavenor::explainEmptyList(bool tableWasRead)
         ui->userListWidget->setPlaceholder(QStringLiteral("Nessuna Tabella Caricata!"),
                                            waysToATable(),
                                            Icons::shared(QStringLiteral(":/listIcon")));
-    } else if (tableWasRead) {
+    } else if (tableWasRead && listLines.isEmpty()) {
         const bool filtered = !listedConditions.isEmpty();
-        ui->userListWidget->setPlaceholder(
-            RecordLines::countText(0),
-            readOnly || filtered ? QStringList() : QStringList{ui->pbNewUser->toolTip()},
-            filtered ? Icons::shared(QStringLiteral(":/filterIcon")) : tableIcon(currentTable));
+        ui->userListWidget->setPlaceholder(RecordLines::countText(0), waysToARecord(filtered),
+                                           filtered ? Icons::shared(QStringLiteral(":/filterIcon"))
+                                                    : tableIcon(currentTable));
     } else {
         ui->userListWidget->setPlaceholder(QString(), {});
     }
+}
+
+QStringList Tavenor::waysToARecord(bool filtered) const
+{
+    if (filtered) {
+        const QStringList buttons = {ui->pbFilter->text(), ui->pbResetFilters->text(),
+                                     ui->pbSaveFilters->text()};
+        return {buttons.join(QStringLiteral(" › "))};
+    }
+    return readOnly ? QStringList() : QStringList{ui->pbNewUser->toolTip()};
 }
 
 QStringList Tavenor::waysToATable() const
@@ -170,7 +179,7 @@ int Tavenor::recordOfRow(int row) const
 void Tavenor::selectRow(int row)
 {
     const QSignalBlocker quiet(ui->userListWidget);
-    ui->userListWidget->setCurrentRow(row);
+    ui->userListWidget->revealRow(row);
 }
 
 void Tavenor::showFirstRecord()
@@ -217,7 +226,7 @@ void Tavenor::showSearchResult(int index)
         return;
     }
     searchIndex = index;
-    ui->userListWidget->setCurrentRow(searchResults.at(index));
+    ui->userListWidget->revealRow(searchResults.at(index));
 }
 
 void Tavenor::sort(bool on)

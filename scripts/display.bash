@@ -82,7 +82,7 @@ take_picture() {
     local file=$1
     shift
     rm -f "$scratch/old.png" "$scratch/new.png"
-    if ! until_true 30 is_at_rest "$@"; then
+    if ! until_true 60 is_at_rest "$@"; then
         echo "Nothing new was painted for $file." >&2
         return 1
     fi

@@ -7,6 +7,7 @@
 #   --scale FACTOR        as on a dense screen, e.g. 2
 #   --dark                with the colours of a dark desktop
 #   --size WIDTHxHEIGHT   of the window, instead of its own
+#   --screen WIDTHxHEIGHT of the screen; the window takes its first size on it
 set -euo pipefail
 root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd)
 readonly root
@@ -18,6 +19,7 @@ readonly collection=$scratch/collection
 scale=1
 colours=light
 size=
+screen=1366x900
 pictures=screenshots
 window=
 area=
@@ -34,8 +36,12 @@ read_arguments() {
             size=${2?--size needs a width and a height}
             shift
             ;;
+        --screen)
+            screen=${2?--screen needs a width and a height}
+            shift
+            ;;
         -*)
-            echo "Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [--size WIDTHxHEIGHT] [FOLDER]" >&2
+            echo "Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [--size WIDTHxHEIGHT] [--screen WIDTHxHEIGHT] [FOLDER]" >&2
             return 2
             ;;
         *) pictures=$1 ;;
@@ -120,7 +126,7 @@ COLOURS
 # their frames and the keyboard.
 start_desktop() {
     local manager
-    start_display "$(scaled 1366)x$(scaled 900)"
+    start_display "$(scaled "${screen%x*}")x$(scaled "${screen#*x}")"
     export LC_ALL=C.UTF-8 QT_SCALE_FACTOR=$scale
     write_desktop_settings
     openbox 2>/dev/null &
@@ -158,7 +164,7 @@ stop() {
 }
 
 rest_pointer() {
-    xdotool mousemove "$(scaled 1366)" "$(scaled 900)"
+    xdotool mousemove "$(scaled "${screen%x*}")" "$(scaled "${screen#*x}")"
 }
 
 # settle [FILE]: waits until the last step has reached the screen, where it must change
@@ -234,6 +240,8 @@ browsing() {
     settle
     write 'casa'
     shot search
+    write 'x'
+    shot search-without-match
     table 2
     shot authors
     table 3
@@ -397,6 +405,12 @@ filtering() {
     settle
     click -40 -21
     shot unfiltered
+    # A title that nothing has.
+    filter
+    settle
+    write 'la'
+    click -40 -21
+    shot filtered-out
     stop
 }
 
@@ -479,11 +493,50 @@ exporting() {
     rm -r "$collection/ExportManagerFiles"
 }
 
+# remembering FILE COMMAND…: does something with the program's last database being another.
+remembering() {
+    local kept=$scratch/remembered
+    cp "$collection/lastDb.dat" "$kept"
+    printf '%s' "$1" >"$collection/lastDb.dat"
+    shift
+    "$@"
+    cp "$kept" "$collection/lastDb.dat"
+}
+
+# From nothing to the first record.
 first_start() {
-    mv "$collection/lastDb.dat" "$scratch/remembered"
+    remembering '' first_page
+    remembering "$collection/nuova.db" first_table
+}
+
+first_page() {
     start first-start
     stop
-    mv "$scratch/remembered" "$collection/lastDb.dat"
+}
+
+first_table() {
+    start empty-database
+    click 110 -54
+    shot no-saved-filters
+    click 110 -54
+    settle
+    options_menu Return
+    settle
+    key ctrl+t
+    settle
+    write 'Francobolli'
+    times 4 key Tab
+    write 'Nome'
+    click -40 -21
+    shot first-table
+    table 1
+    shot empty-table
+    click -40 -21
+    shot first-record
+    write 'Gronchi rosa'
+    click -40 -21
+    shot first-record-saved
+    stop
 }
 
 read_arguments "$@"

@@ -94,8 +94,17 @@ void RecordListWidget::setPlaceholder(const QString &text, const QStringList &hi
 
 QString RecordListWidget::hiddenText(const QModelIndex &index) const
 {
-    const bool fits = sizeHintForIndex(index).width() <= visualRect(index).width();
+    const bool fits = sizeHintForIndex(index).width() <= viewport()->width();
     return fits ? QString() : index.data().toString();
+}
+
+void RecordListWidget::revealRow(int row)
+{
+    const bool wasSeen = viewport()->rect().contains(visualItemRect(item(row)));
+    setCurrentRow(row);
+    if (!wasSeen) {
+        scrollToItem(currentItem(), PositionAtCenter);
+    }
 }
 
 void RecordListWidget::describePlaceholder()

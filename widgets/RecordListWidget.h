@@ -31,6 +31,10 @@ public:
     /// The whole text of the line at `index` when it does not fit, else nothing.
     QString hiddenText(const QModelIndex &index) const;
 
+    /// Makes the line at `row` the current one. A line that was out of sight comes to the middle,
+    /// where its neighbours are seen too.
+    void revealRow(int row);
+
 signals:
     /// A menu is asked for at `place` on the screen: for the line at `row`, which is the one
     /// under the mouse, or the current one when a key asks; -1 beside the lines.

@@ -23,8 +23,8 @@ void SearchLine::setNoMatch(const QString &description)
     }
     noMatch = !description.isEmpty();
     setAccessibleDescription(description);
-    magnifier->setIcon(Icons::shared(noMatch ? QStringLiteral(":/noMatchIcon")
-                                             : QStringLiteral(":/searchIcon")));
+    magnifier->setIcon(
+        Icons::shared(noMatch ? QStringLiteral(":/noMatchIcon") : QStringLiteral(":/searchIcon")));
     showState();
 }
 
@@ -45,8 +45,7 @@ void SearchLine::showState()
 {
     QPalette own;
     if (noMatch) {
-        own.setColor(QPalette::Text,
-                     QApplication::palette(this).color(QPalette::PlaceholderText));
+        own.setColor(QPalette::Text, QApplication::palette(this).color(QPalette::PlaceholderText));
     }
     setPalette(own);
 }

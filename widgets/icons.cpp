@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr int DarkestLightGround = 128;
-constexpr int BrighterOnDark = 90; // of 255, on the way to white
+constexpr int BrighterOnDark = 100; // of 255, on the way to white
 
 QHash<QString, QIcon> &store()
 {
@@ -76,13 +76,11 @@ public:
         if (marked) {
             return washed(drawn, palette.color(QPalette::HighlightedText));
         }
-        const bool isLight =
-            palette.color(QPalette::Window).lightness() >= DarkestLightGround;
+        const bool isLight = palette.color(QPalette::Window).lightness() >= DarkestLightGround;
         return isLight ? drawn : washed(drawn, QColor(255, 255, 255, BrighterOnDark));
     }
 
-    void paint(QPainter *painter, const QRect &place, QIcon::Mode mode,
-               QIcon::State state) override
+    void paint(QPainter *painter, const QRect &place, QIcon::Mode mode, QIcon::State state) override
     {
         const double scale = painter->device()->devicePixelRatioF();
         painter->drawPixmap(place, pixmap(place.size() * scale, mode, state));

@@ -23,8 +23,8 @@ QIcon shared(const QString &name);
 /// `drawing` made fit for every ground; one without a picture stays so.
 QIcon onEveryGround(const QIcon &drawing);
 
-/// Does this for the icons of all push buttons and actions that `root` holds; tool buttons
-/// show those of their actions.
+/// Does this, once, for the icons that a form has given to the push buttons and actions in
+/// `root`; tool buttons show those of their actions.
 void fitToGround(QWidget &root);
 
 } // namespace Icons

@@ -117,6 +117,13 @@ QPixmap ImageScaling::recordPreview(const QString &path)
     return size.isValid() ? readFitted(reader, size, previewBox(size)) : QPixmap();
 }
 
+QPixmap ImageScaling::thumbnail(const QString &path, double scale)
+{
+    QPixmap picture = smoothPreview(path, previewBox(headerSize(path)) * scale);
+    picture.setDevicePixelRatio(scale);
+    return picture;
+}
+
 QPixmap ImageScaling::scaledToFit(const QPixmap &picture, const QSize &box)
 {
     if (picture.isNull() || box.isEmpty()) {

@@ -33,6 +33,10 @@ QPixmap smoothPreview(const QString &path, const QSize &box);
 /// The picture as the record view shows it: preview() in the previewBox() of its size.
 QPixmap recordPreview(const QString &path);
 
+/// The picture in the same room, but smooth, and with `scale` screen pixels for each of the
+/// room's: for a page that shows few of them.
+QPixmap thumbnail(const QString &path, double scale);
+
 /// `picture` scaled to fit `box`, its proportions kept, by the fast method; an empty picture
 /// or an empty box gives an empty picture, without a warning.
 QPixmap scaledToFit(const QPixmap &picture, const QSize &box);

@@ -168,7 +168,7 @@ void inputDataForm::showAttachment()
 
     const bool isPicture = isThere && kind == Formats::Kind::Image;
     const QPixmap preview =
-        isPicture ? ImageScaling::recordPreview(basePath + imagePath) : QPixmap();
+        isPicture ? ImageScaling::thumbnail(basePath + imagePath, devicePixelRatioF()) : QPixmap();
     ui->lbPreview->setPixmap(preview);
     ui->lbPreview->setVisible(!preview.isNull());
 }
