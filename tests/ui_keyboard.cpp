@@ -571,6 +571,10 @@ void Keyboard::opensTheMenus()
     press(Qt::Key_F10);
     auto *const menus = Window::get<QMenuBar>(*program.window, "menuBar");
     QCOMPARE(menus->activeAction(), menus->actions().first());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    QTest::keyClick(menus, Qt::Key_Escape);
+    QCOMPARE(menus->activeAction(), nullptr);
+    QCOMPARE(focus(), QStringLiteral("userListWidget"));
 }
 
 void Keyboard::quits()

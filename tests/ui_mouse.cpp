@@ -317,6 +317,11 @@ void Mouse::recordMenuByKey()
     QCOMPARE(EntryPage::shown(*program.window, QStringLiteral("Titolo")), Barone);
     Window::click(*program.window, "pbCancelEdit");
     Window::get<QWidget>(*program.window, "datiScroll")->setFocus();
+    QApplication::setActiveWindow(program.window.get());
+    const auto shortcut = [&program] {
+        QTest::keyClick(program.window->focusWidget(), Qt::Key_F10, Qt::ShiftModifier);
+    };
+    QCOMPARE(menuOf(shortcut).texts, RecordMenu);
     QCOMPARE(menuOf([&program] { menuKey(*program.window); }).texts, RecordMenu);
 }
 
