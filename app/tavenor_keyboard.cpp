@@ -5,6 +5,7 @@
 
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/focusedge.h"
 #include "widgets/progressBarForm.h"
 
 #include <QApplication>
@@ -69,6 +70,11 @@ void Tavenor::connectKeyboard()
     connect(new QShortcut(QKeySequence(Qt::SHIFT + Qt::Key_F6), this), &QShortcut::activated, this,
             [this] { changeArea(-1); });
     connectTableKeys();
+    for (QWidget *const area :
+         {ui->tablesScroll, ui->filtersScroll, ui->datiScroll, ui->inputScroll, ui->filterScroll,
+          ui->calcScroll, ui->newElementScroll}) {
+        showFocusEdge(area);
+    }
     ui->userSearchEdit->installEventFilter(this);
 }
 

@@ -136,6 +136,7 @@ private slots:
     void opensTables();
     void opensTablesOfAHiddenPanel();
     void changesAreas();
+    void areaInFocusIsSeen();
     void changesAreasOnAPage();
     void areasThatCannotBeUsedAreSkipped();
     void hidesThePanel();
@@ -522,6 +523,19 @@ void Keyboard::changesAreas()
     Window::get<QWidget>(*program.window, "pbCalc")->setFocus();
     press(Qt::Key_F6, Qt::ShiftModifier);
     QCOMPARE(focus(), QStringLiteral("datiScroll"));
+}
+
+void Keyboard::areaInFocusIsSeen()
+{
+    const Running program;
+    auto *const record = Window::get<QFrame>(*program.window, "datiScroll");
+    const auto edge = [record] { return record->grab().toImage().pixelColor(0, 5); };
+    const QColor without = edge();
+    press(Qt::Key_F6);
+    QCOMPARE(focus(), QStringLiteral("datiScroll"));
+    QCOMPARE(edge(), record->palette().color(QPalette::Highlight));
+    press(Qt::Key_F6);
+    QCOMPARE(edge(), without);
 }
 
 void Keyboard::changesAreasOnAPage()
