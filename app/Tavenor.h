@@ -233,6 +233,8 @@ private:
     /// Reads the current table again and shows the record that was shown.
     void reload();
     void openMenuBar();
+    /// Opens the menu of what has the focus, as the Menu key does, which many keyboards lack.
+    void askForMenu();
     /// Gives the focus to the next area of the window that can take it, or the previous one.
     void changeArea(int step);
     QList<QWidget *> areas() const;

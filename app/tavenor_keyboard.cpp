@@ -5,9 +5,11 @@
 
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
+#include "widgets/focusedge.h"
 #include "widgets/progressBarForm.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QShortcut>
 
@@ -57,6 +59,7 @@ void Tavenor::connectKeyboard()
     addKey(QKeySequence::Find, ui->usersPage, &Tavenor::focusSearch);
     addKey(QKeySequence(Qt::Key_F5), ui->usersPage, &Tavenor::reload);
     addKey(QKeySequence(Qt::Key_F10), ui->menuBar, &Tavenor::openMenuBar);
+    addKey(QKeySequence(Qt::SHIFT + Qt::Key_F10), this, &Tavenor::askForMenu);
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto *const edit = new QShortcut(QKeySequence(key), ui->userListWidget);
         edit->setContext(Qt::WidgetShortcut);
@@ -67,6 +70,11 @@ void Tavenor::connectKeyboard()
     connect(new QShortcut(QKeySequence(Qt::SHIFT + Qt::Key_F6), this), &QShortcut::activated, this,
             [this] { changeArea(-1); });
     connectTableKeys();
+    for (QWidget *const area :
+         {ui->tablesScroll, ui->filtersScroll, ui->datiScroll, ui->inputScroll, ui->filterScroll,
+          ui->calcScroll, ui->newElementScroll}) {
+        showFocusEdge(area);
+    }
     ui->userSearchEdit->installEventFilter(this);
 }
 
@@ -144,8 +152,19 @@ void Tavenor::reload()
 
 void Tavenor::openMenuBar()
 {
-    ui->menuBar->setFocus(Qt::MenuBarFocusReason);
+    // It takes the focus by itself, and gives it back.
     ui->menuBar->setActiveAction(ui->menuFile->menuAction());
+}
+
+void Tavenor::askForMenu()
+{
+    QWidget *const focused = focusWidget();
+    if (focused == nullptr) {
+        return;
+    }
+    const QPoint place = focused->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, place, focused->mapToGlobal(place));
+    QApplication::sendEvent(focused, &event);
 }
 
 QList<QWidget *> Tavenor::areas() const

@@ -136,6 +136,7 @@ private slots:
     void opensTables();
     void opensTablesOfAHiddenPanel();
     void changesAreas();
+    void areaInFocusIsSeen();
     void changesAreasOnAPage();
     void areasThatCannotBeUsedAreSkipped();
     void hidesThePanel();
@@ -524,6 +525,19 @@ void Keyboard::changesAreas()
     QCOMPARE(focus(), QStringLiteral("datiScroll"));
 }
 
+void Keyboard::areaInFocusIsSeen()
+{
+    const Running program;
+    auto *const record = Window::get<QFrame>(*program.window, "datiScroll");
+    const auto edge = [record] { return record->grab().toImage().pixelColor(0, 5); };
+    const QColor without = edge();
+    press(Qt::Key_F6);
+    QCOMPARE(focus(), QStringLiteral("datiScroll"));
+    QCOMPARE(edge(), record->palette().color(QPalette::Highlight));
+    press(Qt::Key_F6);
+    QCOMPARE(edge(), without);
+}
+
 void Keyboard::changesAreasOnAPage()
 {
     const Running program;
@@ -571,6 +585,10 @@ void Keyboard::opensTheMenus()
     press(Qt::Key_F10);
     auto *const menus = Window::get<QMenuBar>(*program.window, "menuBar");
     QCOMPARE(menus->activeAction(), menus->actions().first());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    QTest::keyClick(menus, Qt::Key_Escape);
+    QCOMPARE(menus->activeAction(), nullptr);
+    QCOMPARE(focus(), QStringLiteral("userListWidget"));
 }
 
 void Keyboard::quits()
