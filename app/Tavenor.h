@@ -289,6 +289,9 @@ private:
     /// the built-in one when none is recorded.
     QIcon tableIcon(const QString &table) const;
     void showTableHead(const QString &table);
+    /// Makes `table` the current one and fills the record list; the record view is left to the
+    /// caller.
+    void listTable(const QString &table);
     /// Shows the buttons again that depend on the records of `table`, one of the program's own.
     void showChangedButtons(const QString &table);
     /// Shows again what depends on the records of `table`, many of which have changed.
@@ -312,6 +315,8 @@ private:
     /// The Id that the line at `row` opens; 0 for a line that opens none.
     int recordOfRow(int row) const;
     void selectRow(int row);
+    /// Makes `table` the current one and shows its record `id`.
+    void showRecordOf(const QString &table, int id);
     /// Selects the first line and shows its record, or nothing when the list is empty.
     void showFirstRecord();
     void showSearchResult(int index);

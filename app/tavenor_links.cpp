@@ -50,11 +50,7 @@ void Tavenor::checkWayBack()
 void Tavenor::goToRequest(QString listName, int Id)
 {
     enterTable(listName);
-    currentId = Id;
-    changeTable(currentTable);
-    // changeTable() ends on the first line of the list.
-    currentId = Id;
-    vwRecord(Id);
+    showRecordOf(listName, Id);
 }
 
 QString Tavenor::linkedTable(const QString &nameOrValue) const
@@ -107,11 +103,7 @@ void Tavenor::linkToFilter(int Id, QString callListName, QString recordTitle)
 
 void Tavenor::goBack()
 {
-    showTableHead(previousTable);
-    currentTable = previousTable;
-    changeTable(currentTable);
-    currentId = previousId;
-    vwRecord(currentId);
+    showRecordOf(previousTable, previousId);
     // Deliberate: the remembered place stays, only the button goes.
     ui->pbReturn->hide();
 }

@@ -15,6 +15,7 @@
 #include "widgets/outputDataForm.h"
 
 #include <QSignalBlocker>
+#include <QStringMatcher>
 
 namespace
 {
@@ -182,6 +183,15 @@ void Tavenor::selectRow(int row)
     ui->userListWidget->revealRow(row);
 }
 
+void Tavenor::showRecordOf(const QString &table, int id)
+{
+    listTable(table);
+    currentRow = 0;
+    selectRow(0);
+    currentId = id;
+    vwRecord(id);
+}
+
 void Tavenor::showFirstRecord()
 {
     currentRow = 0;
@@ -201,8 +211,9 @@ void Tavenor::userSearch(QString userName)
         return;
     }
     searchResults.clear();
+    const QStringMatcher matcher(userName, Qt::CaseInsensitive);
     for (int row = 0; row < listLines.size(); ++row) {
-        if (listLines.at(row).contains(userName, Qt::CaseInsensitive)) {
+        if (matcher.indexIn(listLines.at(row)) >= 0) {
             searchResults.append(row);
         }
     }

@@ -35,8 +35,7 @@ void Tavenor::goToSubTableRequest(QString listName)
         createSubTable(Markers::OptionalFlag + Names::joinName(Formats::SubTable, parts.label),
                        parts.name, parts.owner);
     }
-    changeTable(stored);
-    vwRecord(db->maxId(stored));
+    showRecordOf(stored, db->maxId(stored));
 }
 
 QString Tavenor::existingTable(const QString &name, QString *error) const

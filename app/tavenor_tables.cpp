@@ -154,12 +154,17 @@ void Tavenor::showTableHead(const QString &table)
 
 void Tavenor::changeTable(QString table)
 {
+    listTable(table);
+    showFirstRecord();
+}
+
+void Tavenor::listTable(const QString &table)
+{
     showTableHead(table);
     currentTable = table;
     markCurrentTable();
     forgetFilters();
     changeToUsersPage();
-    showFirstRecord();
 }
 
 void Tavenor::showHiddenTable()

@@ -103,8 +103,9 @@ void make(const QString &path, int records)
         database.open();
         database.transaction();
         QSqlQuery query(database);
-        addAuthors(query);
+        // The program starts with the first table.
         addObjects(query, records);
+        addAuthors(query);
         query.finish();
         database.commit();
     }

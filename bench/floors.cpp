@@ -43,19 +43,26 @@ QStringList sorted(const QStringList &lines)
 } // namespace
 
 BareWindow::BareWindow(const QString &databasePath)
+    : BareWindow(databasePath, &ownList, new QVBoxLayout)
+{
+    list->resize(280, 600);
+    list->show();
+    auto *const content = new QWidget;
+    content->setLayout(layout);
+    ownPage.setWidget(content);
+    ownPage.setWidgetResizable(true);
+    ownPage.resize(680, 600);
+    ownPage.show();
+}
+
+BareWindow::BareWindow(const QString &databasePath, QListWidget *list, QVBoxLayout *layout)
     : database(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), Connection))
+    , list(list)
+    , layout(layout)
 {
     database.setDatabaseName(databasePath);
     database.open();
-    list.setUniformItemSizes(true);
-    list.resize(280, 600);
-    list.show();
-    auto *const content = new QWidget;
-    layout = new QVBoxLayout(content);
-    page.setWidget(content);
-    page.setWidgetResizable(true);
-    page.resize(680, 600);
-    page.show();
+    list->setUniformItemSizes(true);
 }
 
 BareWindow::~BareWindow()
@@ -86,7 +93,7 @@ void BareWindow::loadList()
 {
     lines.clear();
     map.clear();
-    list.clear();
+    list->clear();
     QSqlQuery query(database);
     query.setForwardOnly(true);
     query.exec(QStringLiteral("SELECT RINTEGERFORMAT_Id,RSTRINGFORMAT_Titolo FROM ") +
@@ -103,7 +110,7 @@ int BareWindow::loadFilteredList()
 {
     lines.clear();
     map.clear();
-    list.clear();
+    list->clear();
     QSqlQuery query(database);
     query.setForwardOnly(true);
     query.exec(QStringLiteral("SELECT RINTEGERFORMAT_Id,RSTRINGFORMAT_Titolo,"
@@ -121,13 +128,18 @@ int BareWindow::loadFilteredList()
         }
     }
     showLines();
+    return firstRecord();
+}
+
+int BareWindow::firstRecord() const
+{
     return map.value(lines.value(0));
 }
 
 void BareWindow::showLines()
 {
     lines = sorted(lines);
-    list.addItems(lines);
+    list->addItems(lines);
     QCoreApplication::processEvents();
 }
 

@@ -23,6 +23,8 @@ class BareWindow
 {
 public:
     explicit BareWindow(const QString &databasePath);
+    /// The same in widgets of somebody else.
+    BareWindow(const QString &databasePath, QListWidget *list, QVBoxLayout *layout);
     ~BareWindow();
 
     /// One forward pass over every value of the table.
@@ -35,6 +37,8 @@ public:
     int loadFilteredList();
     /// One record read by its Id, its fields built, placed and painted.
     void showRecord(int id);
+    /// The Id of the first line.
+    int firstRecord() const;
     /// One forward pass over the numeric columns of the table; the sum of all their values.
     double sumColumns();
     /// The rows whose line contains `text`, in plain strings.
@@ -44,8 +48,9 @@ private:
     void showLines();
 
     QSqlDatabase database;
-    QListWidget list;
-    QScrollArea page;
+    QListWidget ownList;
+    QScrollArea ownPage;
+    QListWidget *list = nullptr;
     QVBoxLayout *layout = nullptr;
     QStringList lines;
     QMap<QString, int> map;

@@ -62,8 +62,19 @@ RowPass::RowPass(const QString &table, const QStringList &columns)
         query = run(SqlText::selectAll(table));
         return;
     }
-    if (canBeNamed(columns)) {
-        query = run(SqlText::selectColumns(table, columns));
+    begin(table, columns, canBeNamed(columns) ? SqlText::selectColumns(table, columns) : QString());
+}
+
+RowPass::RowPass(const QString &table, const QString &column, const QString &run)
+{
+    begin(table, {column},
+          canBeNamed({column}) ? SqlText::selectColumnHolding(table, column, run) : QString());
+}
+
+void RowPass::begin(const QString &table, const QStringList &columns, const QString &statement)
+{
+    if (!statement.isEmpty()) {
+        query = run(statement);
     }
     if (!query.isActive() && !isUnreadable(query)) {
         // Names that SQL would misread, or that the driver gives otherwise than SQL knows them

@@ -19,6 +19,9 @@ public:
     /// as DataBase::fieldNames() gives them. A table or column that does not exist gives a
     /// pass without rows.
     explicit RowPass(const QString &table, const QStringList &columns = {});
+    /// Begins a walk over the values of `column` that may hold `run`, a part of a text as
+    /// SqlText::plainRun() gives it. Others may be among them.
+    RowPass(const QString &table, const QString &column, const QString &run);
     /// Begins a walk over the row with this Id, all columns in table order.
     RowPass(const QString &table, int id);
     ~RowPass();
@@ -45,6 +48,9 @@ public:
     static int count(const QString &table);
 
 private:
+    /// Runs `statement`; when it cannot be run, walks over all columns to find these among them.
+    void begin(const QString &table, const QStringList &columns, const QString &statement);
+
     QSqlQuery query;
     QVector<int> positions;
 };

@@ -157,7 +157,8 @@ bool DataBase::titleExists(const QString &table, const QString &text, QString *e
     if (columns.size() < 2) {
         return false;
     }
-    RowPass titles(table, {columns.at(1)});
+    // SQLite goes past most of them much faster than they are fetched and compared.
+    RowPass titles(table, columns.at(1), SqlText::plainRun(wanted));
     while (titles.next()) {
         if (comparable(titles.value(0).toString()) == wanted) {
             return true;

@@ -14,6 +14,9 @@
 namespace
 {
 
+/// Few texts share that much, and SQLite refuses long ones.
+constexpr int LongestRun = 50;
+
 /// `name` as it may stand in a reading statement.
 QString quotedUnless(bool plain, const QString &name)
 {
@@ -142,6 +145,38 @@ QString selectColumns(const QString &table, const QStringList &columns)
     return QString::asprintf("SELECT %s FROM %s NOT INDEXED",
                              qUtf8Printable(columns.join(QLatin1Char(','))),
                              qUtf8Printable(tableToRead(table)));
+}
+
+QString selectColumnHolding(const QString &table, const QString &column, const QString &run)
+{
+    const QByteArray name = column.toUtf8();
+    // Numbers that are not whole, and bytes, do not read in SQLite as they do here; NULL is like
+    // nothing there.
+    return QString::asprintf("%s WHERE %s LIKE '%%%s%%' OR typeof(%s) NOT IN ('text','integer')",
+                             qUtf8Printable(selectColumns(table, {column})), name.constData(),
+                             qUtf8Printable(run), name.constData());
+}
+
+QString plainRun(const QString &lowerCaseText)
+{
+    // SQLite reads a text to its first NUL.
+    const QString text = lowerCaseText.section(QChar::Null, 0, 0);
+    QString longest;
+    QString run;
+    for (const QChar character : text) {
+        const bool isPlain = character.unicode() < 0x80 && character.isLetterOrNumber();
+        // The Kelvin sign is another capital "k", the dotted capital "İ" becomes an "i" and a dot.
+        const bool hasOtherCapitals =
+            character == QLatin1Char('k') || character == QLatin1Char('i');
+        run = isPlain ? run + (hasOtherCapitals ? QLatin1Char('_') : character) : QString();
+        if (run.size() > longest.size()) {
+            longest = run;
+        }
+        if (longest.size() == LongestRun) {
+            break;
+        }
+    }
+    return longest;
 }
 
 QString selectById(const QString &table, int id)

@@ -35,6 +35,13 @@ QString selectAll(const QString &table);
 /// All rows with these columns, in the same order. The columns must be readable by their bare
 /// names.
 QString selectColumns(const QString &table, const QStringList &columns);
+/// The texts of a column that hold `run`, which is one of plainRun(), in any letter case, and all
+/// values that are neither texts nor whole numbers. The column must be readable by its bare name.
+QString selectColumnHolding(const QString &table, const QString &column, const QString &run);
+/// The longest part of a lower-case text that SQLite is sure to find in whatever reads so in lower
+/// case: ASCII letters and digits, with "_" for any character in place of those that others turn
+/// into. Empty when there is none.
+QString plainRun(const QString &lowerCaseText);
 /// The rows whose Id column equals id.
 QString selectById(const QString &table, int id);
 /// The rows whose field equals a text, which is taken as it is: its quotes are doubled here.

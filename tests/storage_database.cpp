@@ -73,6 +73,8 @@ private slots:
     void countFields();
     void titleExists_data();
     void titleExists();
+    void titleExistsForOddTitles_data();
+    void titleExistsForOddTitles();
     void titleExistsReadsTheSecondColumnOnly();
     void maxAndMinId_data();
     void maxAndMinId();
@@ -351,6 +353,58 @@ void TestDataBase::titleExists()
     addBook(4, text("'due''''quote'"), text("''"));
     addBook(5, text("NULL"), text("''"));
     QCOMPARE(db->titleExists(Books, asked), exists);
+}
+
+// The rule without a database: doubled quotes, letter case and white space.
+static bool isSameTitle(const QString &stored, const QString &asked)
+{
+    QString doubled = asked;
+    doubled.replace(text("'"), text("''"));
+    return stored.toLower().simplified() == doubled.toLower().simplified();
+}
+
+void TestDataBase::titleExistsForOddTitles_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("asked");
+    const auto row = [](const char *name, const QString &value, const QString &asked) {
+        QTest::newRow(name) << value << asked;
+    };
+    row("the Kelvin sign is a k", QString::fromUtf8("'300 \xe2\x84\xaa.'"), text("300 k."));
+    row("the dotted capital i", QString::fromUtf8("'\u0130zmir'"),
+        QString::fromUtf8("i\u0307zmir"));
+    row("the dotted capital i is no plain i", QString::fromUtf8("'\u0130zmir'"), text("izmir"));
+    row("the long s is no s", QString::fromUtf8("'\u017Fole'"), text("sole"));
+    row("other white space", QString::fromUtf8("'il\u00A0\u2003primo'"), text("Il primo"));
+    row("signs with a meaning to SQLite", text("'100% a_b \\'"), text("100% A_B \\"));
+    row("a sign with a meaning stands for itself", text("'100 axb'"), text("100% a_b"));
+    row("a whole number", text("12"), text("12"));
+    row("a number with a fraction", text("12.0"), text("12"));
+    row("a large number", text("1e20"), text("1e+20"));
+    row("bytes", text("x'756e6f'"), text("Uno"));
+    row("NULL and nothing", text("NULL"), QString());
+    row("nothing but signs", text("'?!'"), text("?!"));
+    row("a NUL", text("CAST(x'756e6f00647565' AS TEXT)"),
+        text("uno") + QChar(QChar::Null) + text("due"));
+    row("a text behind a NUL is not passed over", text("CAST(x'7500756e6f' AS TEXT)"), text("uno"));
+    row("a very long title",
+        QLatin1Char('\'') + QString(70000, QLatin1Char('A')) + QLatin1Char('\''),
+        QString(70000, QLatin1Char('a')));
+}
+
+void TestDataBase::titleExistsForOddTitles()
+{
+    QFETCH(QString, value);
+    QFETCH(QString, asked);
+    Sql::run(text("CREATE TABLE T (RINTEGERFORMAT_Id integer primary key,RSTRINGFORMAT_Titolo)"));
+    Sql::run(text("INSERT INTO T VALUES (1,") + value + text(")"));
+    const QSqlRecord record = db->recordById(text("T"), 1);
+    const QString stored = DataBase::recordValue(record, text("RSTRINGFORMAT_Titolo")).toString();
+    QCOMPARE(db->titleExists(text("T"), asked), isSameTitle(stored, asked));
+    QVERIFY(db->titleExists(text("T"), stored) || stored.contains(QLatin1Char('\'')));
+    // A name that SQL would misread is found among all columns.
+    Sql::run(text("ALTER TABLE T RENAME COLUMN RSTRINGFORMAT_Titolo TO \"a b\""));
+    QCOMPARE(db->titleExists(text("T"), asked), isSameTitle(stored, asked));
 }
 
 void TestDataBase::titleExistsReadsTheSecondColumnOnly()

@@ -74,6 +74,16 @@ void TestSqlText::statements_data()
         "SELECT a,b FROM T NOT INDEXED");
     row("named columns of an odd table", SqlText::selectColumns(text("x,y"), {text("a")}),
         "SELECT a FROM \"x,y\" NOT INDEXED");
+    row("texts that hold a part", SqlText::selectColumnHolding(text("T"), text("a"), text("v_r")),
+        "SELECT a FROM T NOT INDEXED WHERE a LIKE '%v_r%' OR typeof(a) NOT IN ('text','integer')");
+    row("the longest part that SQLite finds", SqlText::plainRun(text("il primo_7 x")), "pr_mo");
+    row("a part ends at letters beyond ASCII", SqlText::plainRun(QString::fromUtf8("perònò")),
+        "per");
+    row("no part behind a NUL", SqlText::plainRun(text("a") + QChar(QChar::Null) + text("bcd")),
+        "a");
+    row("a part is not longer than fifty", SqlText::plainRun(QString(60, QLatin1Char('a'))),
+        QByteArray(50, 'a'));
+    row("no part of signs", SqlText::plainRun(text("?! '")), "");
     row("one row", SqlText::selectById(text("T"), 7),
         "SELECT * FROM T WHERE RINTEGERFORMAT_Id = 7");
     row("one row below zero", SqlText::selectById(text("T"), -7),
