@@ -157,6 +157,15 @@ start() {
     else
         settle
     fi
+    until_true 60 has_keyboard
+}
+
+# Succeeds when keys go to the program's window. On a busy machine its own last call for the
+# keyboard comes late, and keys that are sent before are lost.
+has_keyboard() {
+    xdotool windowactivate "$window"
+    sleep 0.2
+    [ "$(xdotool getwindowfocus)" = "$window" ]
 }
 
 stop() {
