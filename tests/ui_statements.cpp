@@ -87,8 +87,7 @@ class Counted
 {
 public:
     Counted(int records, Report &report)
-        : records(records)
-        , report(report)
+        : report(report)
     {
         here.sql(Database, collection(records));
         here.remember(Database);
@@ -126,7 +125,6 @@ public:
     void trigger(const char *action) { Window::action(*window, action)->trigger(); }
     QListWidget &list() const { return *Window::get<QListWidget>(*window, "userListWidget"); }
 
-    const int records;
     const Workspace here;
     std::unique_ptr<Tavenor> window;
 
