@@ -150,9 +150,8 @@ QString selectColumns(const QString &table, const QStringList &columns)
 QString selectColumnHolding(const QString &table, const QString &column, const QString &run)
 {
     const QByteArray name = column.toUtf8();
-    // Numbers that are not whole, and bytes, do not read in SQLite as they do here; NULL is like
-    // nothing there.
-    return QString::asprintf("%s WHERE %s LIKE '%%%s%%' OR typeof(%s) NOT IN ('text','integer')",
+    // Numbers and bytes may read otherwise in SQLite than here; NULL is like nothing there.
+    return QString::asprintf("%s WHERE %s LIKE '%%%s%%' OR typeof(%s) <> 'text'",
                              qUtf8Printable(selectColumns(table, {column})), name.constData(),
                              qUtf8Printable(run), name.constData());
 }

@@ -36,7 +36,7 @@ QString selectAll(const QString &table);
 /// names.
 QString selectColumns(const QString &table, const QStringList &columns);
 /// The texts of a column that hold `run`, which is one of plainRun(), in any letter case, and all
-/// values that are neither texts nor whole numbers. The column must be readable by its bare name.
+/// values that are no texts. The column must be readable by its bare name.
 QString selectColumnHolding(const QString &table, const QString &column, const QString &run);
 /// The longest part of a lower-case text that SQLite is sure to find in whatever reads so in lower
 /// case: ASCII letters and digits, with "_" for any character in place of those that others turn

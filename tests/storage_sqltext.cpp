@@ -75,7 +75,7 @@ void TestSqlText::statements_data()
     row("named columns of an odd table", SqlText::selectColumns(text("x,y"), {text("a")}),
         "SELECT a FROM \"x,y\" NOT INDEXED");
     row("texts that hold a part", SqlText::selectColumnHolding(text("T"), text("a"), text("v_r")),
-        "SELECT a FROM T NOT INDEXED WHERE a LIKE '%v_r%' OR typeof(a) NOT IN ('text','integer')");
+        "SELECT a FROM T NOT INDEXED WHERE a LIKE '%v_r%' OR typeof(a) <> 'text'");
     row("the longest part that SQLite finds", SqlText::plainRun(text("il primo_7 x")), "pr_mo");
     row("a part ends at letters beyond ASCII", SqlText::plainRun(QString::fromUtf8("perònò")),
         "per");
