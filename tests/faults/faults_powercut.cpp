@@ -153,7 +153,7 @@ QString PowerCuts::faultOf(const Workspace &here, const Trial::Ground &ground, c
 
 void PowerCuts::everyCutLeavesOldOrNew_data()
 {
-    Trial::addScenarioRows();
+    Trial::addScenarioRows(0, 3);
 }
 
 void PowerCuts::everyCutLeavesOldOrNew()
@@ -166,8 +166,8 @@ void PowerCuts::everyCutLeavesOldOrNew()
     const int pageSizes = Campaign::cases(1, PageSizes.size());
     for (int size = 0; size < pageSizes; ++size) {
         const Workspace here;
-        const Trial::Ground ground = Trial::prepare(here, scenario, PageSizes.at(size));
-        Scenarios::restore(here, ground.files);
+        Trial::Ground ground = Trial::prepare(here, scenario, PageSizes.at(size));
+        Trial::addLines(here, ground);
         PowerCut cut(here, ground.files);
         const std::vector<Event> log = record(here, scenario);
         QVERIFY2(log.size() > 3, "the program is not watched");
