@@ -181,8 +181,9 @@ void PowerCuts::everyCutLeavesOldOrNew()
                 continue;
             }
             const QVector<Keeps> ways =
-                Campaign::isFull() ? QVector<Keeps>{Keeps::Nothing, Keeps::Some, Keeps::Everything}
-                                   : QVector<Keeps>{Keeps::Some};
+                Campaign::isFull() || isEnd
+                    ? QVector<Keeps>{Keeps::Nothing, Keeps::Some, Keeps::Everything}
+                    : QVector<Keeps>{Keeps::Some};
             for (const Keeps keeps : ways) {
                 const Files image = cut.image(keeps, random);
                 const QByteArray hash = hashOf(image);
