@@ -80,7 +80,7 @@ QString Kill::faultAt(const Workspace &here, Trial::Crossroads &crossroads,
 
 void Kill::everyMomentLeavesOldOrNew_data()
 {
-    Trial::addScenarioRows();
+    Trial::addScenarioRows(0, 2);
 }
 
 void Kill::everyMomentLeavesOldOrNew()
@@ -95,7 +95,8 @@ void Kill::everyMomentLeavesOldOrNew()
     QStringList found;
     for (const int pageSize : pageSizes) {
         const Workspace here;
-        const Trial::Ground ground = Trial::prepare(here, scenario, pageSize);
+        Trial::Ground ground = Trial::prepare(here, scenario, pageSize);
+        Trial::addLines(here, ground);
         QCOMPARE(ground.before.databases.first().first(), QStringLiteral("ok"));
         QVERIFY(ground.before.databases != ground.after.databases ||
                 ground.before.files != ground.after.files);

@@ -37,7 +37,6 @@ const QString Foto = QStringLiteral("Foto");
 const QString Scheda = QStringLiteral("Scheda");
 const QString NewTitle = QStringLiteral("Nuovo");
 const QString FilterName = QStringLiteral("Scaduti");
-const QString StillOpen = QStringLiteral("open");
 
 constexpr int Books = 30;
 constexpr int Authors = 20;
@@ -128,15 +127,13 @@ void saveRecord(Stage &stage)
     attachPdf(stage, window);
     EntryPage::save(window);
     stage.end();
-    if (EntryPage::isOpen(window)) {
-        stage.say(StillOpen);
-    } else {
+    if (!EntryPage::isOpen(window)) {
         // It is saved; its files are looked at again.
         EntryPage::openEdit(window);
     }
     if (EntryPage::shown(window, Titolo) != NewTitle ||
         EntryPage::shown(window, Note) != longText('n')) {
-        stage.say(QStringLiteral("what was typed is gone"));
+        stage.say(lostTyping());
     }
     attachWhatIsMissing(stage, window);
     EntryPage::save(window);
@@ -146,16 +143,21 @@ void changeRecord(Stage &stage)
 {
     Tavenor window;
     EntryPage::openEdit(window);
-    EntryPage::enter(window, Titolo, QStringLiteral("Argonauti"));
+    const QString title = QStringLiteral("Argonauti");
+    EntryPage::enter(window, Titolo, title);
     EntryPage::enter(window, Note, longText('c'));
     EntryPage::enter(window, Anno, QStringLiteral("1898"));
     stage.begin();
     EntryPage::save(window);
     stage.end();
-    if (EntryPage::isOpen(window)) {
-        stage.say(StillOpen);
-        EntryPage::save(window);
+    if (!EntryPage::isOpen(window)) {
+        EntryPage::openEdit(window);
     }
+    if (EntryPage::shown(window, Titolo) != title ||
+        EntryPage::shown(window, Note) != longText('c')) {
+        stage.say(lostTyping());
+    }
+    EntryPage::save(window);
 }
 
 void deleteRecord(Stage &stage)
@@ -212,7 +214,6 @@ void createTable(Stage &stage)
     DesignerPage::accept(window);
     stage.end();
     if (DesignerPage::isOpen(window)) {
-        stage.say(StillOpen);
         chooseIcon();
         DesignerPage::accept(window);
     } else {
@@ -435,6 +436,11 @@ Stage::Stage(const Workspace &here, const Moment &begin, const Moment &end)
     , beginning(begin)
     , ending(end)
 {
+}
+
+QString lostTyping()
+{
+    return QStringLiteral("what was typed is gone");
 }
 
 const QVector<Scenario> &all()

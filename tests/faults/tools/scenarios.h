@@ -43,13 +43,16 @@ private:
     QStringList heard;
 };
 
+/// What Stage::said() holds when a page was left, or lost what was typed, although nothing was
+/// saved.
+QString lostTyping();
+
 /// One thing that people do.
 struct Scenario {
     /// As it stands in the table of results: "record saved".
     const char *name;
     /// Does it in the window, between Stage::begin() and Stage::end(); then, where the window
     /// does not show that it was done, does it once more, as a person would who has made room.
-    /// Says "open" when the page with what was typed was still there for that.
     void (*run)(Stage &stage);
     /// The database that the program opens when it starts.
     const char *database = "books.db";

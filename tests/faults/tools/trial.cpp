@@ -3,6 +3,8 @@
 // Runs a scenario in a child in which calls that write fail or end it.
 #include "tests/faults/tools/trial.h"
 
+#include "tests/support/Campaign.h"
+
 #include <QDataStream>
 #include <QtTest>
 
@@ -136,13 +138,20 @@ Ground prepare(const Workspace &here, const Scenarios::Scenario &scenario, int p
     Ground ground;
     ground.files = Scenarios::filesOf(here);
     ground.before = Scenarios::stateOf(here);
-    ground.linesBefore = Scenarios::linesAfterStart(here);
-    Scenarios::restore(here, ground.files);
     once(here, scenario, {});
     ground.after = Scenarios::stateOf(here);
-    ground.linesAfter = Scenarios::linesAfterStart(here);
+    ground.filesAfter = Scenarios::filesOf(here);
     Scenarios::restore(here, ground.files);
     return ground;
+}
+
+void addLines(const Workspace &here, Ground &ground)
+{
+    Scenarios::restore(here, ground.filesAfter);
+    ground.linesAfter = Scenarios::linesAfterStart(here);
+    Scenarios::restore(here, ground.files);
+    ground.linesBefore = Scenarios::linesAfterStart(here);
+    Scenarios::restore(here, ground.files);
 }
 
 QVector<int> spread(int last, int most, quint32 start)
@@ -156,10 +165,11 @@ QVector<int> spread(int last, int most, quint32 start)
     return numbers;
 }
 
-void addScenarioRows()
+void addScenarioRows(int first, int step)
 {
     QTest::addColumn<int>("index");
-    for (int index = 0; index < Scenarios::all().size(); ++index) {
+    for (int index = Campaign::cases(first, 0); index < Scenarios::all().size();
+         index += Campaign::cases(step, 1)) {
         QTest::newRow(Scenarios::all().at(index).name) << index;
     }
 }

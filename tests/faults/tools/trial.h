@@ -53,20 +53,24 @@ private:
 
 /// What the trials of a scenario begin with and are compared with.
 struct Ground {
-    Scenarios::Files files;
+    Scenarios::Files files; ///< that every trial begins with
+    Scenarios::Files filesAfter;
     Scenarios::State before;
     Scenarios::State after;
-    QStringList linesBefore;
+    QStringList linesBefore; ///< of the list when the program is started, filled by addLines()
     QStringList linesAfter;
 };
 
 /// Makes the collection and does the scenario once without failures.
 Ground prepare(const Workspace &here, const Scenarios::Scenario &scenario, int pageSize);
+/// Starts the program on both states, for tests that start it on what is left.
+void addLines(const Workspace &here, Ground &ground);
 
 /// Numbers from 1 to `last`, at most `most` of them, spread evenly, with a `start` of their own.
 QVector<int> spread(int last, int most, quint32 start);
 
-/// The rows of a data table: one for each scenario, by its place in Scenarios::all().
-void addScenarioRows();
+/// The rows of a data table: one for each scenario, by its place in Scenarios::all(). In the short
+/// form only every `step`-th from `first` on: the tests share the scenarios among them.
+void addScenarioRows(int first, int step);
 
 } // namespace Trial
