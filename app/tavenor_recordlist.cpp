@@ -84,11 +84,17 @@ void Tavenor::warnUnreadable(const QString &table, const QString &reason)
 RecordListContent Tavenor::readRecordList(const QString &table)
 {
     const Progress progress(*this, QStringLiteral("Elaborazione"), table);
-    const int total = RowPass::count(table);
-    RecordListContent content = RecordListContent::read(
-        table, db->fieldNames(table), [this, total](int done) { updateProgress(done, total); },
-        filterPredicate(table));
     listedConditions = conditionsInForce();
+    RecordListContent content;
+    const QStringList columns = db->fieldNames(table, &content.error);
+    if (!content.error.isEmpty()) {
+        // Each further attempt would wait as long for the lock of another program.
+        return content;
+    }
+    const int total = RowPass::count(table);
+    content = RecordListContent::read(
+        table, columns, [this, total](int done) { updateProgress(done, total); },
+        filterPredicate(table));
     if (ui->pbSort->isChecked()) {
         content.sort();
     }

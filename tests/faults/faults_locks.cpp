@@ -549,9 +549,11 @@ void Locks::commandSaysSoAndWritesNothing()
     LockHolder other(program.here.path(program.database));
     other.tell(lock);
     longestWait = 0;
+    locksMet = 0;
     const QStringList texts = textsOf(
         command, program, lock == Exclusive ? command.whileExclusive : command.whileReserved);
     other.tell(QStringLiteral("release"));
+if (qEnvironmentVariableIsSet("DBG")) fprintf(stdout, "MET %d %s %s\n", locksMet, command.name, qPrintable(lock));
     QCOMPARE(texts, lock == Exclusive ? command.whileExclusive : command.whileReserved);
     QCOMPARE(everything(program), before);
     QVERIFY2(longestWait <= 5000, qPrintable(QString::number(longestWait)));
