@@ -210,6 +210,7 @@ private:
     void createSettingsTable();
     void createFiltersTable();
     void createSubTablesConfigsTable();
+    void createIfMissing(const QString &name, const ColumnDefinitions &columns);
     /// Creates the table unless its name is taken, which is reported.
     bool createTableChecked(const QString &name, const ColumnDefinitions &columns);
     void warnNameTaken(const QString &name);

@@ -8,6 +8,7 @@
 #include "model/markers.h"
 #include "model/names.h"
 #include "storage/reservedtables.h"
+#include "storage/schemamessages.h"
 #include "ui_Tavenor.h"
 #include "widgets/ListButtonForm.h"
 
@@ -165,23 +166,27 @@ void Tavenor::createReservedTables()
 
 void Tavenor::createSettingsTable()
 {
-    if (!db->tableExists(Markers::SettingsTable)) {
-        createTableChecked(Markers::SettingsTable, ReservedTables::settingsColumns());
-    }
+    createIfMissing(Markers::SettingsTable, ReservedTables::settingsColumns());
 }
 
 void Tavenor::createFiltersTable()
 {
-    if (!db->tableExists(Markers::FiltersTable)) {
-        createTableChecked(Markers::FiltersTable, ReservedTables::filtersColumns());
-    }
+    createIfMissing(Markers::FiltersTable, ReservedTables::filtersColumns());
 }
 
 void Tavenor::createSubTablesConfigsTable()
 {
-    if (!db->tableExists(Markers::SubTablesConfigsTable)) {
-        createTableChecked(Markers::SubTablesConfigsTable,
-                           ReservedTables::subTablesConfigsColumns());
+    createIfMissing(Markers::SubTablesConfigsTable, ReservedTables::subTablesConfigsColumns());
+}
+
+void Tavenor::createIfMissing(const QString &name, const ColumnDefinitions &columns)
+{
+    QString error;
+    const bool exists = db->tableExists(name, &error);
+    if (!error.isEmpty()) {
+        warn(SchemaMessages::createFailed(name, error));
+    } else if (!exists) {
+        createTableChecked(name, columns);
     }
 }
 

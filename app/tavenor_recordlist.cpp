@@ -91,12 +91,17 @@ void Tavenor::warnUnreadable(const QString &table, const QString &reason)
 RecordListContent Tavenor::readRecordList(const QString &table)
 {
     const Progress progress(*this, QStringLiteral("Elaborazione"), table);
+    listedConditions = conditionsInForce();
+    RecordListContent content;
+    const QStringList columns = db->fieldNames(table, &content.error);
+    if (!content.error.isEmpty()) {
+        // Each further attempt would wait as long for the lock of another program.
+        return content;
+    }
     const int total = RowPass::count(table);
     const RecordListContent::Steps steps = {
         [this, total](int done) { updateProgress(done, total); }, [this] { keepPainting(); }};
-    RecordListContent content =
-        RecordListContent::read(table, db->fieldNames(table), steps, filterPredicate(table));
-    listedConditions = conditionsInForce();
+    content = RecordListContent::read(table, columns, steps, filterPredicate(table));
     if (ui->pbSort->isChecked()) {
         content.sort(steps);
     }

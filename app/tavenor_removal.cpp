@@ -78,6 +78,11 @@ bool Tavenor::dropWithItsRows(const QString &table)
     // The columns tell of the configurations only while the table is there.
     QString error;
     const QStringList bases = configurationsOf(table, &error);
+    if (!error.isEmpty()) {
+        // Some of it would stay behind, or that of another table would go.
+        warn(SchemaMessages::dropFailed(table, error));
+        return false;
+    }
     const auto belongs = [&bases](const QString &name) {
         return std::any_of(bases.begin(), bases.end(), [&name](const QString &base) {
             return SubTables::belongsToConfiguration(name, base);
@@ -89,7 +94,6 @@ bool Tavenor::dropWithItsRows(const QString &table)
         idsOfRows(Markers::SettingsTable, ReservedTables::Settings::TableName, &error,
                   [&table](const QString &name) { return name == table; });
     if (!error.isEmpty()) {
-        // Some of it would stay behind, or that of another table would go.
         warn(SchemaMessages::dropFailed(table, error));
         return false;
     }
@@ -113,6 +117,9 @@ QStringList Tavenor::tablesNow() const
 QStringList Tavenor::configurationsOf(const QString &table, QString *error) const
 {
     const QStringList others = db->tables(error);
+    if (!error->isEmpty()) {
+        return {};
+    }
     const QString shortName = table.section(Markers::HiddenTable, 1);
     const bool hasShortName = table.contains(Markers::HiddenTable) && !others.contains(shortName);
     QStringList bases;

@@ -170,8 +170,7 @@ bool DataBase::titleExists(const QString &table, const QString &text, QString *e
     return false;
 }
 
-/// Reads the Ids of all rows; both are 0 for an empty table. `error` gets the driver's text
-/// when the table could not be read to its end.
+/// Reads the Ids of all rows; both are 0 for an empty table.
 DataBase::IdRange DataBase::idRange(const QString &table, QString *error) const
 {
     RowPass ids(table, {Markers::IdColumn});
@@ -181,17 +180,17 @@ DataBase::IdRange DataBase::idRange(const QString &table, QString *error) const
         range.smallest = first ? id : qMin(range.smallest, id);
         range.largest = first ? id : qMax(range.largest, id);
     }
-    *error = ids.error();
+    const QString failure = ids.unreadable();
+    if (!failure.isEmpty()) {
+        *error = failure;
+    }
     return range;
 }
 
 int DataBase::maxId(const QString &table, QString *error) const
 {
     QString failure;
-    const qint64 largest = largestIdAtOnce(table, &failure);
-    if (error != nullptr && !failure.isEmpty()) {
-        *error = failure;
-    }
+    const qint64 largest = largestIdAtOnce(table, error == nullptr ? &failure : error);
     return fittingId(largest);
 }
 
@@ -207,7 +206,7 @@ qint64 DataBase::largestIdAtOnce(const QString &table, QString *error) const
     QSqlQuery query = run(SqlText::selectLargestId(table));
     const QVariant largest = query.next() ? query.value(0) : QVariant();
     if (largest.isNull() || largest.type() == QVariant::LongLong) {
-        *error = query.lastError().text();
+        ReadFailure::tell(query, error);
         return largest.toLongLong();
     }
     // Texts have another order than the numbers that they are read as.

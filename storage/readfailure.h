@@ -14,8 +14,10 @@ namespace ReadFailure
 /// or damaged is there.
 inline bool isMissing(const QSqlQuery &query)
 {
-    // SQLite's code for a statement that it cannot prepare.
-    return query.lastError().nativeErrorCode() == QLatin1String("1");
+    // SQLite could not prepare the statement, and not because of the file.
+    const QSqlError error = query.lastError();
+    return error.type() == QSqlError::StatementError &&
+           error.nativeErrorCode() == QLatin1String("1");
 }
 
 /// The driver's text when the query could not be run, or not to its end, on what is there; empty

@@ -599,7 +599,8 @@ void RecordEntry::changeOfHeldDatabase_data()
         << "BEGIN IMMEDIATE"
         << QStringLiteral("ERRORE: Impossibile aggiornare il Record!\n") + Locked;
     QTest::newRow("another program lets nobody read")
-        << "BEGIN EXCLUSIVE" << QStringLiteral("L'Id 1 non è valido!");
+        << "BEGIN EXCLUSIVE"
+        << QStringLiteral("ERRORE: Impossibile aggiornare il Record!\n") + Locked;
 }
 
 void RecordEntry::changeOfHeldDatabase()

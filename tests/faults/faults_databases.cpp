@@ -27,7 +27,7 @@ namespace
 const QString Database = QStringLiteral("far/odd.db");
 const QString Lock = QStringLiteral("lockDb.dat");
 
-// A file may keep the program busy for so long; a crowded machine gives it a share only.
+// A table may keep the program busy for so long; a crowded machine gives it a share only.
 constexpr int MostSeconds = 10;
 constexpr unsigned MostSecondsOfWaiting = 120;
 // A person gives up on a program that says more than this about one file.
@@ -144,6 +144,14 @@ void openPages(Tavenor &window)
     press(window, "pbCancelEdit");
 }
 
+// Gives the next step its time.
+void watch()
+{
+    const itimerval limit = {{0, 0}, {MostSeconds, 0}};
+    setitimer(ITIMER_PROF, &limit, nullptr);
+    alarm(MostSecondsOfWaiting);
+}
+
 void lookAround(Tavenor &window, bool isShown)
 {
     // Painting takes most of the time, and has little to do with what is wrong with a file.
@@ -152,6 +160,7 @@ void lookAround(Tavenor &window, bool isShown)
     Window::action(window, "actionShow_Hidden_Tables")->trigger();
     const int tables = qMin(Window::buttons(window).size(), MostTables);
     for (int table = 0; table < tables; ++table) {
+        watch();
         press(*Window::buttons(window).at(table), "pbList");
         lookAtTable(window);
         if (table < TablesWithPages) {
@@ -193,13 +202,6 @@ QString triedFile(OddDatabase &maker, OddDatabase::Kind kind, int number)
         return QStringLiteral("a copy that must not write has written");
     }
     return isSame || contents(here) == before ? QString() : QStringLiteral("contents changed");
-}
-
-void watch()
-{
-    const itimerval limit = {{0, 0}, {MostSeconds, 0}};
-    setitimer(ITIMER_PROF, &limit, nullptr);
-    alarm(MostSecondsOfWaiting);
 }
 
 // The child: tries `count` files of a kind, and says which one it is at.

@@ -529,7 +529,8 @@ void Locks::commandSaysSoAndWritesNothing_data()
         const Command &command = commands()[std::size_t(place)];
         for (const QString &lock : {Exclusive, Reserved, Shared}) {
             // Reading works under the weaker locks, and the two stop the same writing.
-            const bool isUsual = lock == Exclusive || (lock == Reserved && command.writes);
+            const bool isUsual =
+                lock == Exclusive || (lock == Reserved && command.writes && place % 3 == 0);
             if (isUsual || Campaign::isFull()) {
                 QTest::addRow("%s, %s", command.name, qPrintable(lock)) << place << lock;
             }
@@ -549,6 +550,7 @@ void Locks::commandSaysSoAndWritesNothing()
     LockHolder other(program.here.path(program.database));
     other.tell(lock);
     longestWait = 0;
+    locksMet = 0;
     const QStringList texts = textsOf(
         command, program, lock == Exclusive ? command.whileExclusive : command.whileReserved);
     other.tell(QStringLiteral("release"));
@@ -574,7 +576,11 @@ void Locks::lockThatGoesLeavesAllOrNothing_data()
     for (int place = 0; place < int(commands().size()); ++place) {
         const Command &command = commands()[std::size_t(place)];
         // What takes all tables goes on with the next one when one cannot be had.
-        const bool isUsual = command.writes || qstrcmp(command.name, "show the next record") == 0;
+        // Where an empty answer did most harm.
+        const QList<QByteArray> usual = {"save a new record",     "save a change",
+                                         "show the next record",  "remove a table",
+                                         "open the detail table", "add a field"};
+        const bool isUsual = usual.contains(command.name);
         if (!QByteArray(command.name).contains(" all ") && (isUsual || Campaign::isFull())) {
             QTest::newRow(command.name) << place;
         }
