@@ -149,7 +149,8 @@ void readStartUp(const Workspace &here, const QByteArray &bytes)
     here.write(text("lastDb.dat"), bytes);
     here.write(text("lockDb.dat"), bytes);
     QVERIFY(!WorkingFiles::lastDatabase().contains(QLatin1Char('\n')));
-    QVERIFY(!WorkingFiles::isLocked() || bytes.contains("Locked") || bytes.contains(char(0)) || bytes.startsWith(char(0xff)) || bytes.startsWith(char(0xfe)));
+    QVERIFY(!WorkingFiles::isLocked() || bytes.contains("Locked") || bytes.contains(char(0)) ||
+            bytes.startsWith(char(0xff)) || bytes.startsWith(char(0xfe)));
     WorkingFiles::takeLock();
     WorkingFiles::releaseLock();
 }
@@ -257,7 +258,7 @@ void FaultsFiles::readers()
 void FaultsFiles::recordsThroughTheWindow()
 {
     FileMaker files(Campaign::start() + 1);
-    const int total = Campaign::cases(40, 3000);
+    const int total = Campaign::cases(20, 3000);
     for (int done = 0; done < total;) {
         const EntryPage::Started program(Library);
         const QStringList before = kept(program);
@@ -283,7 +284,7 @@ void FaultsFiles::recordsThroughTheWindow()
 void FaultsFiles::structuresThroughTheWindow()
 {
     FileMaker files(Campaign::start() + 2);
-    const int total = Campaign::cases(25, 2000);
+    const int total = Campaign::cases(15, 2000);
     int made = 0;
     for (int done = 0; done < total;) {
         const EntryPage::Started program(Library);
@@ -324,7 +325,7 @@ void FaultsFiles::structuresThroughTheWindow()
 void FaultsFiles::startsWithDamagedFiles()
 {
     FileMaker files(Campaign::start() + 3);
-    const int total = Campaign::cases(8, 1000);
+    const int total = Campaign::cases(5, 1000);
     int opened = 0;
     for (int i = 0; i < total; ++i) {
         const Workspace here;

@@ -28,7 +28,7 @@ const QString Lock = QStringLiteral("lockDb.dat");
 // Names the folder of the copy that a second process of this test is.
 constexpr const char *CopyFolder = "TAVENOR_MONKEY_FOLDER";
 
-constexpr int FewSteps = 500;
+constexpr int FewSteps = 200;
 constexpr int LifeLength = 30000; // of one life at full length, in milliseconds
 
 QString text(const char *utf8)
