@@ -10,8 +10,10 @@
 #include "tests/support/FilterPage.h"
 
 #include <QBuffer>
-#include <QElapsedTimer>
 #include <QRandomGenerator>
+
+#include <ctime>
+#include <functional>
 
 namespace
 {
@@ -149,10 +151,10 @@ void readStartUp(const Workspace &here, const QByteArray &bytes)
     here.write(text("lastDb.dat"), bytes);
     here.write(text("lockDb.dat"), bytes);
     QVERIFY(!WorkingFiles::lastDatabase().contains(QLatin1Char('\n')));
-    QVERIFY(!WorkingFiles::isLocked() || bytes.contains("Locked") || bytes.contains(char(0)) ||
-            bytes.startsWith(char(0xff)) || bytes.startsWith(char(0xfe)));
-    WorkingFiles::takeLock();
+    const bool isLocked = WorkingFiles::isLocked();
+    QCOMPARE(WorkingFiles::takeLock(), !isLocked);
     WorkingFiles::releaseLock();
+    QVERIFY(!WorkingFiles::isLocked());
 }
 
 const QStringList Library = {
@@ -211,10 +213,10 @@ void FaultsFiles::longestLine()
     ModalResponder responder;
     responder.chooseFile(program.here.path(text("dati.xmf")));
     responder.answer(QMessageBox::Ok);
-    QElapsedTimer clock;
-    clock.start();
+    // Of the processor, because others may be using the machine as well.
+    const std::clock_t begin = std::clock();
     Window::action(*program.window, "actionImport_From_File_Export_Manager_File")->trigger();
-    const qint64 took = clock.elapsed();
+    const qint64 took = qint64(std::clock() - begin) * 1000 / CLOCKS_PER_SEC;
     QCOMPARE(responder.takeTexts(), QStringList(text("ERRORE: Tabella Incompatibile!")));
     QCOMPARE(kept(program), before);
     const qint64 memory = mostMemoryUsed();
@@ -232,17 +234,17 @@ void FaultsFiles::readers()
     const Workspace here;
     FileMaker files(Campaign::start());
     const int rounds = Campaign::cases(500, 50000);
-    qint64 slowest = 0;
+    qint64 slowest = 0; // in milliseconds of the processor
     for (int round = 0; round < rounds; ++round) {
         const QByteArray all[] = {files.records(), files.structure(), files.startUp()};
-        QElapsedTimer clock;
-        clock.start();
-        readRecords(all[0]);
-        slowest = qMax(slowest, clock.restart());
-        readStructure(all[1]);
-        slowest = qMax(slowest, clock.restart());
-        readStartUp(here, all[2]);
-        slowest = qMax(slowest, clock.elapsed());
+        const std::function<void()> readings[] = {[&] { readRecords(all[0]); },
+                                                  [&] { readStructure(all[1]); },
+                                                  [&] { readStartUp(here, all[2]); }};
+        for (const std::function<void()> &reading : readings) {
+            const std::clock_t begin = std::clock();
+            reading();
+            slowest = qMax(slowest, qint64(std::clock() - begin) * 1000 / CLOCKS_PER_SEC);
+        }
         if (QTest::currentTestFailed()) {
             qInfo("round %d: %s | %s | %s", round, all[0].toPercentEncoding().constData(),
                   all[1].toPercentEncoding().constData(), all[2].toPercentEncoding().constData());
