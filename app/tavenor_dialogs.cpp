@@ -10,6 +10,7 @@
 #include "widgets/chooseNameForm.h"
 #include "widgets/progressBarForm.h"
 
+#include <QApplication>
 #include <QEventLoop>
 
 #include <limits>
@@ -32,6 +33,21 @@ void placeOver(const QWidget &window, QWidget &dialog)
         dialog.move(window.frameGeometry().center() - dialog.rect().center());
     }
 }
+
+/// Swallows shortcuts while the progress dialog is in front. The toolkit looks for them in the
+/// active window, which is the one behind the dialog as long as that is not on the screen: Esc or
+/// Ctrl+O would begin something else in the middle of an operation.
+class HeldShortcuts : public QObject
+{
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isHeld =
+            event->type() == QEvent::Shortcut &&
+            qobject_cast<progressBarForm *>(QApplication::activeModalWidget()) != nullptr;
+        return isHeld || QObject::eventFilter(watched, event);
+    }
+};
 
 } // namespace
 
@@ -149,6 +165,8 @@ Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString
         return;
     }
     owner.operationRunning = true;
+    heldShortcuts = std::make_unique<HeldShortcuts>();
+    qApp->installEventFilter(heldShortcuts.get());
     // An operation before may have left it up.
     owner.progressForm->hide();
     owner.sinceStart.start();

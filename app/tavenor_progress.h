@@ -6,7 +6,8 @@
 #include "app/Tavenor.h"
 
 /// Scope object: shows the window's progress dialog, at 0, for as long as it lives. The user
-/// cannot dismiss the dialog meanwhile, and it blocks the windows behind it. It comes to the
+/// cannot dismiss the dialog meanwhile, and it blocks the windows behind it, their shortcuts
+/// too. It comes to the
 /// screen only when the operation lasts long enough to be noticed; a flash of a window at
 /// every click would disturb more than it tells.
 class Tavenor::Progress
@@ -25,5 +26,6 @@ public:
 private:
     Tavenor &owner;
     const bool insideAnother;
+    std::unique_ptr<QObject> heldShortcuts;
     bool leftUp = false;
 };
