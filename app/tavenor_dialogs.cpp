@@ -34,6 +34,21 @@ void placeOver(const QWidget &window, QWidget &dialog)
     }
 }
 
+/// Swallows shortcuts while the progress dialog is in front. The toolkit looks for them in the
+/// active window, which is the one behind the dialog as long as that is not on the screen: Esc or
+/// Ctrl+O would begin something else in the middle of an operation.
+class HeldShortcuts : public QObject
+{
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isHeld =
+            event->type() == QEvent::Shortcut &&
+            qobject_cast<progressBarForm *>(QApplication::activeModalWidget()) != nullptr;
+        return isHeld || QObject::eventFilter(watched, event);
+    }
+};
+
 } // namespace
 
 void Tavenor::makeDialogs()
@@ -157,8 +172,8 @@ Tavenor::Progress::Progress(Tavenor &window, const QString &title, const QString
         return;
     }
     owner.operationRunning = true;
-    // Its window blocks keys and clicks, but not shortcuts.
-    qApp->installEventFilter(&owner);
+    heldShortcuts = std::make_unique<HeldShortcuts>();
+    qApp->installEventFilter(heldShortcuts.get());
     // An operation before may have left it up.
     owner.progressForm->hide();
     owner.sinceStart.start();
@@ -176,7 +191,6 @@ Tavenor::Progress::~Progress()
         return;
     }
     owner.operationRunning = false;
-    qApp->removeEventFilter(&owner);
     owner.progressForm->setHeld(false);
     owner.progressForm->hide();
     owner.progressForm->setAttribute(Qt::WA_DontShowOnScreen, false);

@@ -94,10 +94,6 @@ void Tavenor::connectTableKeys()
 
 bool Tavenor::eventFilter(QObject *watched, QEvent *event)
 {
-    // During an operation everything passes here. A box that it shows keeps its keys.
-    if (event->type() == QEvent::Shortcut && operationRunning) {
-        return QApplication::activeModalWidget() == progressForm.get();
-    }
     if (watched != ui->userSearchEdit) {
         return false;
     }

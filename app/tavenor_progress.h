@@ -6,9 +6,9 @@
 #include "app/Tavenor.h"
 
 /// Scope object: shows the window's progress dialog, at 0, for as long as it lives. The user
-/// cannot dismiss the dialog meanwhile, and it blocks the windows behind it. It comes to the
-/// screen only when the operation lasts long enough to be noticed; a flash of a window at
-/// every click would disturb more than it tells.
+/// cannot dismiss the dialog meanwhile, and it blocks the windows behind it, their shortcuts
+/// too. It comes to the screen only when the operation lasts long enough to be noticed; a flash
+/// of a window at every click would disturb more than it tells.
 class Tavenor::Progress
 {
 public:
@@ -25,5 +25,6 @@ public:
 private:
     Tavenor &owner;
     const bool insideAnother;
+    std::unique_ptr<QObject> heldShortcuts;
     bool leftUp = false;
 };

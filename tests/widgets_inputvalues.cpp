@@ -26,6 +26,7 @@ private slots:
     void shows();
     void typedTextsBecomeValues_data();
     void typedTextsBecomeValues();
+    void wholeNumbersAreDigits();
     void lettersStayOutOfNumbers_data();
     void lettersStayOutOfNumbers();
     void storedNonsenseCanBeCorrected();
@@ -254,6 +255,23 @@ void TestInputValues::typedTextsBecomeValues()
     QTEST(form.valueText(), "value");
     QVERIFY(form.isTouched());
     QCOMPARE(touched.size(), typed.size());
+}
+
+void TestInputValues::wholeNumbersAreDigits()
+{
+    inputDataForm form;
+    fill(form, QStringLiteral("INTEGER"), QStringLiteral("7"));
+    auto *const number = qobject_cast<QSpinBox *>(form.editor());
+    auto *const line = number->findChild<QLineEdit *>();
+    for (const char *const text : {"1,5", "1.5", "1,234,567"}) {
+        line->selectAll();
+        line->insert(QString::fromLatin1(text));
+        number->interpretText();
+        QCOMPARE(form.valueText(), QStringLiteral("7"));
+    }
+    line->selectAll();
+    line->insert(QStringLiteral("-15"));
+    QCOMPARE(form.valueText(), QStringLiteral("-15"));
 }
 
 void TestInputValues::lettersStayOutOfNumbers_data()

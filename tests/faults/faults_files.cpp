@@ -10,8 +10,10 @@
 #include "tests/support/FilterPage.h"
 
 #include <QBuffer>
-#include <QElapsedTimer>
 #include <QRandomGenerator>
+
+#include <ctime>
+#include <functional>
 
 namespace
 {
@@ -149,9 +151,10 @@ void readStartUp(const Workspace &here, const QByteArray &bytes)
     here.write(text("lastDb.dat"), bytes);
     here.write(text("lockDb.dat"), bytes);
     QVERIFY(!WorkingFiles::lastDatabase().contains(QLatin1Char('\n')));
-    QVERIFY(!WorkingFiles::isLocked() || bytes.contains("Locked") || bytes.contains(char(0)) || bytes.startsWith(char(0xff)) || bytes.startsWith(char(0xfe)));
-    WorkingFiles::takeLock();
+    const bool isLocked = WorkingFiles::isLocked();
+    QCOMPARE(WorkingFiles::takeLock(), !isLocked);
     WorkingFiles::releaseLock();
+    QVERIFY(!WorkingFiles::isLocked());
 }
 
 const QStringList Library = {
@@ -210,10 +213,10 @@ void FaultsFiles::longestLine()
     ModalResponder responder;
     responder.chooseFile(program.here.path(text("dati.xmf")));
     responder.answer(QMessageBox::Ok);
-    QElapsedTimer clock;
-    clock.start();
+    // Of the processor, because others may be using the machine as well.
+    const std::clock_t begin = std::clock();
     Window::action(*program.window, "actionImport_From_File_Export_Manager_File")->trigger();
-    const qint64 took = clock.elapsed();
+    const qint64 took = qint64(std::clock() - begin) * 1000 / CLOCKS_PER_SEC;
     QCOMPARE(responder.takeTexts(), QStringList(text("ERRORE: Tabella Incompatibile!")));
     QCOMPARE(kept(program), before);
     const qint64 memory = mostMemoryUsed();
@@ -231,17 +234,17 @@ void FaultsFiles::readers()
     const Workspace here;
     FileMaker files(Campaign::start());
     const int rounds = Campaign::cases(500, 50000);
-    qint64 slowest = 0;
+    qint64 slowest = 0; // in milliseconds of the processor
     for (int round = 0; round < rounds; ++round) {
         const QByteArray all[] = {files.records(), files.structure(), files.startUp()};
-        QElapsedTimer clock;
-        clock.start();
-        readRecords(all[0]);
-        slowest = qMax(slowest, clock.restart());
-        readStructure(all[1]);
-        slowest = qMax(slowest, clock.restart());
-        readStartUp(here, all[2]);
-        slowest = qMax(slowest, clock.elapsed());
+        const std::function<void()> readings[] = {[&] { readRecords(all[0]); },
+                                                  [&] { readStructure(all[1]); },
+                                                  [&] { readStartUp(here, all[2]); }};
+        for (const std::function<void()> &reading : readings) {
+            const std::clock_t begin = std::clock();
+            reading();
+            slowest = qMax(slowest, qint64(std::clock() - begin) * 1000 / CLOCKS_PER_SEC);
+        }
         if (QTest::currentTestFailed()) {
             qInfo("round %d: %s | %s | %s", round, all[0].toPercentEncoding().constData(),
                   all[1].toPercentEncoding().constData(), all[2].toPercentEncoding().constData());
@@ -257,7 +260,7 @@ void FaultsFiles::readers()
 void FaultsFiles::recordsThroughTheWindow()
 {
     FileMaker files(Campaign::start() + 1);
-    const int total = Campaign::cases(40, 3000);
+    const int total = Campaign::cases(20, 3000);
     for (int done = 0; done < total;) {
         const EntryPage::Started program(Library);
         const QStringList before = kept(program);
@@ -283,7 +286,7 @@ void FaultsFiles::recordsThroughTheWindow()
 void FaultsFiles::structuresThroughTheWindow()
 {
     FileMaker files(Campaign::start() + 2);
-    const int total = Campaign::cases(25, 2000);
+    const int total = Campaign::cases(15, 2000);
     int made = 0;
     for (int done = 0; done < total;) {
         const EntryPage::Started program(Library);
@@ -324,7 +327,7 @@ void FaultsFiles::structuresThroughTheWindow()
 void FaultsFiles::startsWithDamagedFiles()
 {
     FileMaker files(Campaign::start() + 3);
-    const int total = Campaign::cases(8, 1000);
+    const int total = Campaign::cases(5, 1000);
     int opened = 0;
     for (int i = 0; i < total; ++i) {
         const Workspace here;

@@ -23,6 +23,7 @@ namespace
 
 // So many names share a window: a database with hundreds of tables is slow to show.
 constexpr int NamesPerWindow = 40;
+constexpr int FewNames = 8;
 
 QString text(const char *utf8)
 {
@@ -528,11 +529,11 @@ void FaultsNames::names_data()
     std::shuffle(all.begin(), all.end(), random);
     int first = 0;
     for (const auto &place : places) {
-        const int count = Campaign::cases(16, all.size());
+        const int count = Campaign::cases(FewNames, all.size());
         for (int done = 0; done < count; done += NamesPerWindow, ++first) {
-            const QStringList names = Campaign::isFull()
-                                          ? all.mid(done, NamesPerWindow)
-                                          : all.mid(first * 16, 16) + changedByStorage();
+            const QStringList names =
+                Campaign::isFull() ? all.mid(done, NamesPerWindow)
+                                   : all.mid(first * FewNames, FewNames) + changedByStorage();
             QTest::newRow(qPrintable(text("%1 %2").arg(place.first).arg(done)))
                 << place.first << place.second << names;
         }

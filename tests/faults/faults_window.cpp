@@ -28,7 +28,7 @@ const QString Lock = QStringLiteral("lockDb.dat");
 // Names the folder of the copy that a second process of this test is.
 constexpr const char *CopyFolder = "TAVENOR_MONKEY_FOLDER";
 
-constexpr int FewSteps = 500;
+constexpr int FewSteps = 200;
 constexpr int LifeLength = 30000; // of one life at full length, in milliseconds
 
 QString text(const char *utf8)
@@ -401,7 +401,7 @@ void FaultsWindow::disturbedOperations()
     QFETCH(const Operation, operation);
     const Workspace here;
     here.write(text("casa/keep"), "");
-    here.sql(Database, library() + longTable(Campaign::cases(2500, 15000)));
+    here.sql(Database, library() + longTable(Campaign::cases(10000, 15000)));
     here.remember(Database);
     Tavenor window;
     window.show();
@@ -409,7 +409,13 @@ void FaultsWindow::disturbedOperations()
     QVERIFY(!expected.isEmpty() && expected != QStringList(QString()));
     for (int round = 0; round < Campaign::cases(1, 5); ++round) {
         const Disturbance disturbance(Campaign::start() + quint32(round));
-        QVERIFY2(operation(window, here) == expected, qPrintable(QString::number(round)));
+        const QStringList found = operation(window, here);
+        const QString told = text("round %1, %2 lines instead of %3: %4")
+                                 .arg(round)
+                                 .arg(found.size())
+                                 .arg(expected.size())
+                                 .arg(found.join(QLatin1Char(',')).left(200));
+        QVERIFY2(found == expected, qPrintable(told));
         QVERIFY(window.isVisible());
         for (const QWidget *const widget : QApplication::topLevelWidgets()) {
             QVERIFY(widget == &window || !widget->isVisible());
