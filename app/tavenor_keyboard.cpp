@@ -54,7 +54,6 @@ void Tavenor::connectKeyboard()
         auto *const shortcut = new QShortcut(key, where);
         shortcut->setAutoRepeat(false);
         connect(shortcut, &QShortcut::activated, this, slot);
-        return shortcut;
     };
     addKey(QKeySequence::Find, ui->usersPage, &Tavenor::focusSearch);
     addKey(QKeySequence(Qt::Key_F5), ui->usersPage, &Tavenor::reload);
