@@ -174,7 +174,12 @@ int Tavenor::rowOfRecord(int id) const
     const QString &line = listLines.at(row);
     // Of records with equal lines only the last one listed has the line; one without a title
     // has none.
-    return listIdMap.value(line) == id ? listLines.indexOf(line) : -1;
+    if (listIdMap.value(line) != id) {
+        return -1;
+    }
+    // With as many entries as lines no two are equal, but for an untitled one and the title "----".
+    const bool isAlone = listIdMap.size() == listLines.size() && line != RecordLines::Empty;
+    return isAlone ? row : listLines.indexOf(line);
 }
 
 int Tavenor::recordOfRow(int row) const
