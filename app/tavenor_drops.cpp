@@ -5,14 +5,13 @@
 
 #include "app/droppedfiles.h"
 #include "ui_Tavenor.h"
+#include "widgets/droptarget.h"
 
-#include <QApplication>
 #include <QDropEvent>
 
 bool Tavenor::mayTake(const DroppedFiles &dropped) const
 {
-    // A drag reaches windows that a dialog blocks for keys and clicks.
-    if (operationRunning || QApplication::activeModalWidget() != nullptr) {
+    if (operationRunning || DropTarget::isBlocked(*this)) {
         return false;
     }
     switch (dropped.kind) {
@@ -31,16 +30,13 @@ bool Tavenor::mayTake(const DroppedFiles &dropped) const
 void Tavenor::dragEnterEvent(QDragEnterEvent *event)
 {
     if (mayTake(DroppedFiles::in(*event->mimeData()))) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
+        DropTarget::acceptCopy(*event);
     }
 }
 
 void Tavenor::dropEvent(QDropEvent *event)
 {
-    // Whoever drags might delete a moved file.
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    DropTarget::acceptCopy(*event);
     // Later: the program that the files come from waits for the end of this.
     const DroppedFiles dropped = DroppedFiles::in(*event->mimeData());
     QMetaObject::invokeMethod(

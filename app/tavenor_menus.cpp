@@ -121,7 +121,8 @@ void Tavenor::showListMenu(int row, const QPoint &place)
 
 void Tavenor::showRecordMenu(const QPoint &place)
 {
-    execRecordMenu(ui->recordFrame->mapToGlobal(place), !viewWidgets.isEmpty());
+    // Not asked of the fields: those without a value are not shown.
+    execRecordMenu(ui->recordFrame->mapToGlobal(place), currentId != 0 && !listLines.isEmpty());
 }
 
 void Tavenor::execRecordMenu(const QPoint &place, bool isRecord)

@@ -7,10 +7,10 @@
 
 #include "model/attachments.h"
 #include "widgets/attachfile.h"
+#include "widgets/droptarget.h"
 #include "widgets/icons.h"
 #include "widgets/imagescaling.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
@@ -116,19 +116,14 @@ QString ImageBox::droppedPicture(const QMimeData *data) const
 void ImageBox::dragEnterEvent(QDragEnterEvent *event)
 {
     // A file dialog may be open over this one.
-    const QWidget *const modal = QApplication::activeModalWidget();
-    const bool isBlocked = modal != nullptr && modal != this;
-    if (!isBlocked && !droppedPicture(event->mimeData()).isEmpty()) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
+    if (!DropTarget::isBlocked(*this) && !droppedPicture(event->mimeData()).isEmpty()) {
+        DropTarget::acceptCopy(*event);
     }
 }
 
 void ImageBox::dropEvent(QDropEvent *event)
 {
-    // Whoever drags might delete a moved file; the record needs its copy only.
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    DropTarget::acceptCopy(*event);
     const QString picture = droppedPicture(event->mimeData());
     if (!picture.isEmpty()) {
         choose(picture);

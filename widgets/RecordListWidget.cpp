@@ -42,12 +42,13 @@ private:
     QString ownText;
 };
 
-/// Emits a signal about `lines` lines from `first` on, as the model itself does for one.
-void tellOf(QAbstractItemModel &model, const char *signal, int first, int lines)
+/// Emits a signal about `lines` lines from `first` on, as the model itself does for one. False when
+/// the model has no such signal.
+bool tellOf(QAbstractItemModel &model, const char *signal, int first, int lines)
 {
-    QMetaObject::invokeMethod(&model, signal, Qt::DirectConnection,
-                              Q_ARG(QModelIndex, QModelIndex()), Q_ARG(int, first),
-                              Q_ARG(int, first + lines - 1));
+    return QMetaObject::invokeMethod(&model, signal, Qt::DirectConnection,
+                                     Q_ARG(QModelIndex, QModelIndex()), Q_ARG(int, first),
+                                     Q_ARG(int, first + lines - 1));
 }
 
 } // namespace
@@ -73,7 +74,11 @@ void RecordListWidget::addLines(const QStringList &texts)
         return;
     }
     const int first = count();
-    tellOf(*model(), "rowsAboutToBeInserted", first, texts.size());
+    if (!tellOf(*model(), "rowsAboutToBeInserted", first, texts.size())) {
+        // Another release of the toolkit: its own way takes more memory, and is always right.
+        addItems(texts);
+        return;
+    }
     {
         // Otherwise each line would be told of for itself.
         const QSignalBlocker quiet(model());

@@ -15,6 +15,7 @@
 
 #include <functional>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,6 +38,27 @@ QString storedPath(const QString &folder, const QString &name)
     return folder + QLatin1Char('/') + name;
 }
 
+/// The rights that the person's settings take from new files. Asking for them sets them for a
+/// moment, so it is done once, before there is anything else that makes files.
+mode_t creationMask()
+{
+    const mode_t mask = umask(0);
+    umask(mask);
+    return mask;
+}
+
+const mode_t CreationMask = creationMask();
+
+/// Names that were given in the folder stay after a power cut.
+void synchroniseFolder(const QString &folder)
+{
+    const int handle = open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY);
+    if (handle >= 0) {
+        fsync(handle);
+        close(handle);
+    }
+}
+
 /// Makes the file `target`, whole or not at all and never over another one: `fill` writes its
 /// bytes to a file beside it that has no name of its own yet.
 bool makeWhole(const QString &target, const std::function<bool(QIODevice &)> &fill)
@@ -49,9 +71,11 @@ bool makeWhole(const QString &target, const std::function<bool(QIODevice &)> &fi
     }
     beside.setAutoRemove(false);
     // It was made for its owner alone.
-    const mode_t mask = umask(0);
-    umask(mask);
-    chmod(QFile::encodeName(target).constData(), UsualMode & ~mask);
+    chmod(QFile::encodeName(target).constData(), UsualMode & ~CreationMask);
+    const QString folder = QFileInfo(target).path();
+    synchroniseFolder(folder);
+    // The folder may have been made for this file.
+    synchroniseFolder(QFileInfo(folder).path());
     return true;
 }
 
@@ -101,7 +125,11 @@ bool copyWhole(const QString &source, const QString &target)
     }
     const bool isCopied =
         makeWhole(target, [&file](QIODevice &beside) { return copyBytes(file, beside); });
-    return isCopied && QFile::setPermissions(target, file.permissions());
+    if (isCopied) {
+        // Some disks know no rights.
+        QFile::setPermissions(target, file.permissions());
+    }
+    return isCopied;
 }
 
 QString savePicture(const QString &base, const QString &folder, const QImage &picture)

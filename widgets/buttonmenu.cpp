@@ -8,8 +8,6 @@
 #include <QPointer>
 #include <QPushButton>
 
-#include <memory>
-
 namespace
 {
 
@@ -24,19 +22,21 @@ QString textOf(const QPushButton &button)
 bool ButtonMenu::exec(const QPoint &place, const QList<QPushButton *> &buttons, QLineEdit *line)
 {
     QList<QAction *> entries;
-    QList<QPushButton *> shown;
-    std::unique_ptr<QMenu> menu(line == nullptr ? new QMenu(buttons.first()->window())
-                                                : line->createStandardContextMenu());
+    QList<QPointer<QPushButton>> shown;
+    // The page may go while its menu is open, and takes the menu with it.
+    const QPointer<QMenu> menu(line == nullptr ? new QMenu(buttons.first()->window())
+                                               : line->createStandardContextMenu());
     for (QPushButton *const button : buttons) {
         if (!button->isVisible()) {
             continue;
         }
-        auto *const entry = new QAction(button->icon(), textOf(*button), menu.get());
+        auto *const entry = new QAction(button->icon(), textOf(*button), menu);
         entry->setEnabled(button->isEnabled());
         entries.append(entry);
         shown.append(button);
     }
     if (entries.isEmpty()) {
+        delete menu;
         return false;
     }
     QAction *const first = menu->actions().value(0);
@@ -46,7 +46,7 @@ bool ButtonMenu::exec(const QPoint &place, const QList<QPushButton *> &buttons, 
     }
     const QPointer<QPushButton> chosen = shown.value(entries.indexOf(menu->exec(place)));
     // Before the button, which may take its page, the line and itself away.
-    menu.reset();
+    delete menu;
     if (chosen != nullptr) {
         chosen->click();
     }

@@ -9,10 +9,10 @@
 #include "widgets/ImageBox.h"
 #include "widgets/attachfile.h"
 #include "widgets/buttonmenu.h"
+#include "widgets/droptarget.h"
 #include "widgets/imagescaling.h"
 #include "widgets/plaintooltip.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
@@ -207,21 +207,14 @@ void inputDataForm::contextMenuEvent(QContextMenuEvent *event)
 
 void inputDataForm::dragEnterEvent(QDragEnterEvent *event)
 {
-    // A drag reaches windows that a dialog blocks for keys and clicks.
-    const QWidget *const modal = QApplication::activeModalWidget();
-    if (modal != nullptr && modal != window()) {
-        return;
-    }
-    if (!AttachFile::fileIn(event->mimeData(), attachableSuffixes()).isEmpty()) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
+    if (!DropTarget::isBlocked(*this) &&
+        !AttachFile::fileIn(event->mimeData(), attachableSuffixes()).isEmpty()) {
+        DropTarget::acceptCopy(*event);
     }
 }
 
 void inputDataForm::dropEvent(QDropEvent *event)
 {
-    // Whoever drags might delete a moved file; the record needs its copy only.
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    DropTarget::acceptCopy(*event);
     attach(AttachFile::fileIn(event->mimeData(), attachableSuffixes()));
 }
