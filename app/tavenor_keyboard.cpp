@@ -93,15 +93,20 @@ void Tavenor::connectTableKeys()
 
 bool Tavenor::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched != ui->userSearchEdit) {
+    const bool isKey =
+        event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+    if (watched != ui->userSearchEdit || !isKey) {
         return false;
     }
     const auto *const key = static_cast<QKeyEvent *>(event);
-    if (event->type() == QEvent::ShortcutOverride && key->matches(QKeySequence::DeleteEndOfWord)) {
+    if (event->type() == QEvent::KeyPress) {
+        return searchKey(key);
+    }
+    if (key->matches(QKeySequence::DeleteEndOfWord)) {
         // The same key deletes the record elsewhere.
         event->accept();
     }
-    return event->type() == QEvent::KeyPress && searchKey(key);
+    return false;
 }
 
 bool Tavenor::searchKey(const QKeyEvent *event)
