@@ -122,6 +122,28 @@ bool holdsOnlyAllowed(const QString &name)
     return std::all_of(characters.begin(), characters.end(), isAllowed);
 }
 
+/// The name with its ASCII letters in capitals, as the marks are. Letters beyond ASCII make none.
+QString inCapitals(QString name)
+{
+    for (QChar &character : name) {
+        if (character >= QLatin1Char('a') && character <= QLatin1Char('z')) {
+            character = character.toUpper();
+        }
+    }
+    return name;
+}
+
+/// True when a name holds a format's keyword in any letter case: records are shown by the words
+/// that a column's name holds, whatever their case, and the name of a link's column holds its
+/// table's name.
+bool holdsKeyword(const QString &name)
+{
+    const QString capitals = inCapitals(name);
+    const QStringList &keywords = Formats::keywords();
+    return std::any_of(keywords.begin(), keywords.end(),
+                       [&capitals](const QString &keyword) { return capitals.contains(keyword); });
+}
+
 /// True when a name holds a mark, or would complete one where it is joined to others.
 bool holdsMarker(const QString &name)
 {
@@ -130,22 +152,13 @@ bool holdsMarker(const QString &name)
         Markers::SubTable,  Markers::SubTableUser, Markers::SubTableConfig, Markers::SavedFilter,
         Markers::Reference, Markers::Duplicate,    Markers::ShownArrow};
     const auto isInside = [&joined](const auto &marker) { return joined.contains(marker); };
-    const QStringList &keywords = Formats::keywords();
-    return std::any_of(std::begin(markers), std::end(markers), isInside) ||
-           std::any_of(keywords.begin(), keywords.end(), isInside);
+    return std::any_of(std::begin(markers), std::end(markers), isInside) || holdsKeyword(name);
 }
 
-/// As holdsMarker(), but in any letter case: records are shown by the words that a column's name
-/// holds, whatever their case.
+/// As holdsMarker(), but in any letter case.
 bool holdsMarkerInAnyCase(const QString &label)
 {
-    // The marks themselves are in capitals. Letters beyond ASCII make none.
-    QString capitals = label;
-    for (QChar &character : capitals) {
-        if (character >= QLatin1Char('a') && character <= QLatin1Char('z')) {
-            character = character.toUpper();
-        }
-    }
+    const QString capitals = inCapitals(label);
     return holdsMarker(capitals) || (capitals + QLatin1Char('_')).contains(Markers::HiddenTable);
 }
 
@@ -239,7 +252,12 @@ QString derivedRefusal(const QString &source, const QString &column)
         return forbiddenCharacters(source);
     }
     const bool isLink = column.contains(Formats::Link) && !Columns::isReference(column);
-    return isLink && changesWriting(column, Formats::Link) ? programsWord(source) : QString();
+    if (!isLink) {
+        return QString();
+    }
+    const QString label = column.mid(column.indexOf(Formats::Link) + Formats::Link.size());
+    return changesWriting(label, Formats::Link) || holdsKeyword(label) ? programsWord(source)
+                                                                       : QString();
 }
 
 QString programsWord(const QString &typed)

@@ -26,8 +26,9 @@ bool canBeRead(const QString &column);
 
 /// Why no table can be made with the name `typed`, which would be stored as `stored`; empty when
 /// one can. Beside what SQLite cannot take, a name must not hold the marks of the program's own
-/// names (but it may be hidden), must not be that of a reserved table in any letter case, hidden
-/// or not, and must not be longer than 100 bytes of UTF-8.
+/// names (but it may be hidden), nor a format's keyword in any letter case, must not be that of a
+/// reserved table in any letter case, hidden or not, and must not be longer than 100 bytes of
+/// UTF-8.
 QString tableRefusal(const QString &typed, const QString &stored);
 
 /// Why no column of this format (its keyword) can be made with the label `typed`, which is stored
@@ -39,7 +40,8 @@ QString labelRefusal(const QString &typed, const QString &format);
 
 /// Why no column named `column`, after the table or field that people see as `source`, can be
 /// made; empty when one can. The text of a link whose name holds the word for a number would be
-/// lost.
+/// lost, and one whose name holds another format's keyword, in any letter case, would be shown
+/// as that.
 QString derivedRefusal(const QString &source, const QString &column);
 
 /// The reason against a name that holds a word of the program's own.

@@ -403,7 +403,7 @@ void TestSqlNames::tableRefusal_data()
     QTest::newRow("a name like a field of the program") << "UserPath" << QString();
     QTest::newRow("part of a mark") << "XMLTY" << QString();
     QTest::newRow("a mark in small letters") << "a_xsbtx_b" << QString();
-    QTest::newRow("a keyword in small letters") << "stringformat" << QString();
+    QTest::newRow("part of a keyword") << "Formato_stringa" << QString();
     QTest::newRow("a word inside a name") << "Orders" << QString();
     QTest::newRow("a reserved table's name inside a name") << "settings2" << QString();
 
@@ -426,6 +426,14 @@ void TestSqlNames::tableRefusal_data()
         QTest::newRow(qPrintable(sentence("%1 is a mark", mark)))
             << QStringLiteral("a") + mark + QStringLiteral("b") << Programs;
     }
+    // The name of a link's column holds them, and is read in any letter case.
+    for (const QString &keyword : Formats::keywords()) {
+        QTest::newRow(qPrintable(sentence("%1 in small letters", keyword)))
+            << QStringLiteral("a") + keyword.toLower() + QStringLiteral("_b") << Programs;
+    }
+    QTest::newRow("a keyword in mixed letters") << "#SubTableFormat" << Programs;
+    QTest::newRow("a keyword but for a letter that only looks like one")
+        << QStringLiteral("lin\u212aformat") << QString();
     QTest::newRow("a mark made of blanks") << "a XSBTX b" << Programs;
     QTest::newRow("a mark that ends where the next begins") << "a_XSBTX" << Programs;
     QTest::newRow("a mark that begins where the name does") << "XSBTX_a" << Programs;
@@ -611,6 +619,14 @@ void TestSqlNames::derivedRefusal_data()
     QTest::newRow("a link that would be written as a whole number")
         << "INTEGER"
         << "NLINKFORMAT_INTEGER" << Programs;
+    for (const QString &keyword : Formats::keywords()) {
+        const QString table = QStringLiteral("vecchi_") + keyword.toLower();
+        QTest::newRow(qPrintable(sentence("a link to a table named after %1", keyword)))
+            << table << QStringLiteral("NLINKFORMAT_") + table << Programs;
+    }
+    QTest::newRow("a copied link of such a table holds an Id")
+        << "linkformat"
+        << "Xlinkformat_XDTX_NLINKFORMAT_Autori" << QString();
 }
 
 void TestSqlNames::derivedRefusal()

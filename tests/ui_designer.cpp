@@ -892,6 +892,8 @@ void Designer::refusedNewTable_data()
     name("a name that SQLite keeps", QStringLiteral("sqlite_stat1"),
          QStringLiteral("Il nome '%1' è una parola riservata."));
     name("an arrow", QStringLiteral("#libri->Zeno->Voci"), programs);
+    name("a format's word in small letters", QStringLiteral("linkformat_"), programs);
+    name("a hidden name with a format's word", QStringLiteral("#Vecchi subTableFormat"), programs);
     name("a reserved table", QStringLiteral("settings"), programs);
     name("a reserved table in other letters", QStringLiteral("Filters"), programs);
     name("a hidden reserved table", QStringLiteral("#SubTablesConfigs"), programs);
@@ -1094,6 +1096,7 @@ void Designer::lostLinkIsRefused_data()
         QStringLiteral("Il nome '%1' contiene una parola riservata al programma.");
     QTest::newRow("a name whose texts would be written as numbers")
         << "HIDDENTABLE_REALI" << programs;
+    QTest::newRow("a name that would be shown as a sub-table") << "subtableformat_x" << programs;
     QTest::newRow("a name that would lead to a hidden table") << "＃note" << programs;
     QTest::newRow("a hidden name that would lead to a detail table")
         << "HIDDENTABLE_a－＞b－＞c" << programs;

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The Tavenor developers
 // SPDX-License-Identifier: MIT
 // Jumps from a record to the records that refer to it.
+#include "model/formats.h"
+#include "tests/support/EntryPage.h"
 #include "tests/support/FilterPage.h"
 #include "tests/support/ModalResponder.h"
 #include "tests/support/Workspace.h"
@@ -73,6 +75,7 @@ private slots:
     void savedFilterDoesNotCarryTheMark();
     void columnsThatContainTheName();
     void linksToAHiddenTable();
+    void linksToTablesNamedAfterFormats();
 };
 
 void Links::recordsThatRefer()
@@ -321,6 +324,50 @@ void Links::linksToAHiddenTable()
     QCOMPARE(Window::tableHeading(window), Libri);
     QCOMPARE(Window::lines(window), QStringList{QStringLiteral("Zeno")});
     QVERIFY(FilterPage::isLit(window));
+}
+
+void Links::linksToTablesNamedAfterFormats()
+{
+    // Made by another program, or before such names were refused: a link is a link whatever the
+    // words in its table's name.
+    QStringList names;
+    QStringList columns = {QStringLiteral("RINTEGERFORMAT_Id integer primary key"),
+                           QStringLiteral("RSTRINGFORMAT_Titolo text")};
+    QStringList values = {QStringLiteral("1,'Zeno'")};
+    QStringList statements;
+    for (const QString &keyword : Formats::keywords()) {
+        names.append(keyword.toLower() + QStringLiteral("_x"));
+        columns.append(QStringLiteral("NLINKFORMAT_%1 text").arg(names.last()));
+        values.append(QStringLiteral("'1 %1'").arg(names.last()));
+        statements += {QStringLiteral("CREATE TABLE %1 (RINTEGERFORMAT_Id integer primary key,"
+                                      "RSTRINGFORMAT_Nome text,NLINKFORMAT_libri text)")
+                           .arg(names.last()),
+                       QStringLiteral("INSERT INTO %1 VALUES (1,'%1','1 Zeno'),(2,'Due','')")
+                           .arg(names.last())};
+    }
+    statements +=
+        {QStringLiteral("CREATE TABLE libri (%1)").arg(columns.join(QLatin1Char(','))),
+         QStringLiteral("INSERT INTO libri VALUES (%1)").arg(values.join(QLatin1Char(',')))};
+    const Workspace here;
+    here.sql(Books, statements);
+    here.remember(Books);
+    Tavenor window;
+    window.changeTable(Libri);
+    QCOMPARE(Window::labels(window), QStringList{QStringLiteral("Titolo")} + names);
+    Window::click(window, "pbEditUser");
+    for (const QString &name : qAsConst(names)) {
+        QCOMPARE(EntryPage::choices(window, name),
+                 (QStringList{QStringLiteral("---"), QStringLiteral("1 ") + name,
+                              QStringLiteral("2 Due")}));
+        QCOMPARE(EntryPage::shown(window, name), QStringLiteral("1 ") + name);
+    }
+    Window::click(window, "pbCancelEdit");
+    for (const QString &name : qAsConst(names)) {
+        window.changeTable(Libri);
+        find(window, name);
+        QCOMPARE(Window::tableHeading(window), name);
+        QCOMPARE(Window::lines(window), QStringList{name});
+    }
 }
 
 QTEST_MAIN(Links)

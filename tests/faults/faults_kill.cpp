@@ -41,6 +41,7 @@ private slots:
     void initTestCase();
     void everyMomentLeavesOldOrNew_data();
     void everyMomentLeavesOldOrNew();
+    void cleanupTestCase();
 
 private:
     static QString faultAt(const Workspace &here, Trial::Crossroads &crossroads,
@@ -87,11 +88,11 @@ void Kill::everyMomentLeavesOldOrNew()
 {
     QFETCH(int, index);
     const Scenario &scenario = Scenarios::all().at(index);
+    Campaign::Row row(QStringLiteral("kill -9: %1").arg(QLatin1String(scenario.name)));
     const QVector<int> pageSizes = PageSizes.mid(0, Campaign::cases(1, PageSizes.size()));
     // Divided among the sizes and moments; those with fewer calls leave theirs to the later ones.
     int wanted = Campaign::cases(3, 310);
     int shares = pageSizes.size() * Moments.size();
-    int cases = 0;
     QStringList found;
     for (const int pageSize : pageSizes) {
         const Workspace here;
@@ -110,9 +111,9 @@ void Kill::everyMomentLeavesOldOrNew()
                 Trial::spread(calls, wanted / shares, Campaign::start() + quint32(pageSize));
             --shares;
             wanted -= chosen.size();
-            cases += chosen.size();
             for (const int at : chosen) {
                 const QString fault = faultAt(here, crossroads, ground, {moment.act, at, 0});
+                row.ran();
                 if (!fault.isEmpty()) {
                     found.append(QStringLiteral("%1 call %2 of %3, page size %4: %5")
                                      .arg(QLatin1String(moment.name))
@@ -124,9 +125,13 @@ void Kill::everyMomentLeavesOldOrNew()
             }
         }
     }
-    Campaign::report(QStringLiteral("kill -9: %1").arg(QLatin1String(scenario.name)), cases,
-                     QStringLiteral("%1 failures").arg(found.size()));
+    row.failed(found.size());
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+void Kill::cleanupTestCase()
+{
+    Campaign::report();
 }
 
 QTEST_MAIN(Kill)

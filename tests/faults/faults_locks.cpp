@@ -48,6 +48,10 @@ extern "C" int sqlite3_busy_timeout(sqlite3 *handle, int milliseconds)
 namespace
 {
 
+// What the campaign's table calls the tests.
+const QString LocksHeld = QStringLiteral("locks held by another program");
+const QString LocksThatGo = QStringLiteral("locks that go while a command meets them");
+
 const QString Shared = QStringLiteral("shared");
 const QString Reserved = QStringLiteral("reserved");
 const QString Exclusive = QStringLiteral("exclusive");
@@ -516,9 +520,6 @@ private slots:
     void lockThatGoesLeavesAllOrNothing_data();
     void lockThatGoesLeavesAllOrNothing();
     void cleanupTestCase();
-
-private:
-    int casesRun = 0;
 };
 
 void Locks::commandSaysSoAndWritesNothing_data()
@@ -543,6 +544,7 @@ void Locks::commandSaysSoAndWritesNothing()
     QFETCH(int, place);
     QFETCH(QString, lock);
     const Command &command = commands()[std::size_t(place)];
+    Campaign::Row row(LocksHeld);
     EntryPage::Started program(collection());
     makeReady(command, program);
     const QStringList before = everything(program);
@@ -557,7 +559,7 @@ void Locks::commandSaysSoAndWritesNothing()
     QCOMPARE(texts, lock == Exclusive ? command.whileExclusive : command.whileReserved);
     QCOMPARE(everything(program), before);
     QVERIFY2(longestWait <= 5000, qPrintable(QString::number(longestWait)));
-    ++casesRun;
+    row.ran();
 
     // What was typed is still there, and the command works as soon as the lock is gone.
     // The page of added fields is left also when they could not be added.
@@ -591,6 +593,7 @@ void Locks::lockThatGoesLeavesAllOrNothing()
 {
     QFETCH(int, place);
     const Command &command = commands()[std::size_t(place)];
+    Campaign::Row row(LocksThatGo);
     QStringList after;
     {
         EntryPage::Started program(collection());
@@ -622,14 +625,15 @@ void Locks::lockThatGoesLeavesAllOrNothing()
         }
         const QStringList now = everything(program);
         QVERIFY2(now == before || now == after, qPrintable(now.join(QLatin1Char('\n'))));
-        ++casesRun;
+        // Whatever tells of the lock has met it.
+        QVERIFY(isMet || statements > 1 || command.whileExclusive.isEmpty());
+        row.ran();
     }
 }
 
 void Locks::cleanupTestCase()
 {
-    Campaign::report(QStringLiteral("locks held by another program"), casesRun,
-                     QStringLiteral("0 failures"));
+    Campaign::report();
 }
 
 QTEST_MAIN(Locks)

@@ -56,6 +56,7 @@ private slots:
     void modelKeepsNamesInTheirOrder();
     void everyCutLeavesOldOrNew_data();
     void everyCutLeavesOldOrNew();
+    void cleanupTestCase();
 
 private:
     static QString faultOf(const Workspace &here, const Trial::Ground &ground, const Files &image);
@@ -160,6 +161,7 @@ void PowerCuts::everyCutLeavesOldOrNew()
 {
     QFETCH(int, index);
     const Scenario &scenario = Scenarios::all().at(index);
+    Campaign::Row row(QStringLiteral("power cut: %1").arg(QLatin1String(scenario.name)));
     QSet<QByteArray> seen;
     QStringList found;
     QRandomGenerator random(Campaign::start());
@@ -192,6 +194,7 @@ void PowerCuts::everyCutLeavesOldOrNew()
                 }
                 seen.insert(hash);
                 const QString fault = faultOf(here, ground, image);
+                row.ran();
                 if (!fault.isEmpty()) {
                     found.append(QStringLiteral("event %1 of %2, page size %3, way %4: %5")
                                      .arg(place)
@@ -203,9 +206,13 @@ void PowerCuts::everyCutLeavesOldOrNew()
             }
         }
     }
-    Campaign::report(QStringLiteral("power cut: %1").arg(QLatin1String(scenario.name)), seen.size(),
-                     QStringLiteral("%1 failures").arg(found.size()));
+    row.failed(found.size());
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+void PowerCuts::cleanupTestCase()
+{
+    Campaign::report();
 }
 
 QTEST_MAIN(PowerCuts)

@@ -308,10 +308,12 @@ private slots:
     void addresses();
     void markup();
     void boxes();
+    void cleanupTestCase();
 };
 
 void FaultsUntrusted::pictures()
 {
+    Campaign::Row row(text("pictures that say to be huge, damaged pictures, pipes and devices"));
     QRandomGenerator random(Campaign::start());
     QVector<QByteArray> files = pictureBombs();
     const int bombs = files.size();
@@ -334,23 +336,25 @@ void FaultsUntrusted::pictures()
         here.remember(Database);
         const Tavenor window;
         Window::pressTable(window, text("libri"));
-        for (int row = 0; row < Window::lines(window).size(); ++row) {
-            Window::selectLine(window, row);
-            if (Campaign::isFull() || row % 4 == 0) {
+        const int lines = Window::lines(window).size();
+        QCOMPARE(lines, values.size());
+        for (int line = 0; line < lines; ++line) {
+            Window::selectLine(window, line);
+            QVERIFY(!Window::fields(window).isEmpty());
+            row.ran();
+            if (Campaign::isFull() || line % 4 == 0) {
                 lookAtEditors(window);
             }
         }
     }
     QVERIFY(catcher.urls().isEmpty());
-    Campaign::report(
-        text("pictures that say to be huge, damaged pictures, pipes and devices (%1 of "
-             "them huge)")
-            .arg(bombs),
-        files.size() + 4, text("0 failures"));
+    row.remark(text("%1 of them huge").arg(bombs));
+    QVERIFY(row.cases() >= files.size() + 4);
 }
 
 void FaultsUntrusted::paths()
 {
+    Campaign::Row row(text("stored paths that lead out or to what a desktop would run"));
     const Workspace here;
     makeTraps(here);
     const QStringList values = badPaths(here);
@@ -360,22 +364,21 @@ void FaultsUntrusted::paths()
     const UrlCatcher catcher;
     const Tavenor window;
     Window::pressTable(window, text("libri"));
-    int pressed = 0;
-    for (int row = 0; row < Window::lines(window).size(); ++row) {
-        Window::selectLine(window, row);
+    for (int line = 0; line < Window::lines(window).size(); ++line) {
+        Window::selectLine(window, line);
         for (outputDataForm *const form : Window::fields(window)) {
             for (const char *const name : {"pbViewImage", "pbViewPdf"}) {
                 if (Window::offers(*form, name)) {
                     Window::get<QPushButton>(*form, name)->click();
-                    ++pressed;
+                    row.ran();
                 }
             }
         }
-        if (Campaign::isFull() || row % 8 == 0) {
+        if (Campaign::isFull() || line % 8 == 0) {
             lookAtEditors(window);
         }
     }
-    QVERIFY(pressed >= values.size());
+    QVERIFY(row.cases() >= values.size());
     for (const QUrl &url : catcher.urls()) {
         const QString path = url.toLocalFile();
         QVERIFY2(url.isLocalFile() && path.startsWith(here.path(text("casa/"))) &&
@@ -383,12 +386,11 @@ void FaultsUntrusted::paths()
                  qPrintable(url.toString()));
     }
     QCOMPARE(QDir(here.path(text("casa/TABLES_DOC"))).entryList(), files);
-    Campaign::report(text("stored paths that lead out or to what a desktop would run"), pressed,
-                     text("0 failures"));
 }
 
 void FaultsUntrusted::addresses()
 {
+    Campaign::Row row(text("addresses of schemes that are not opened, pressed"));
     const Workspace here;
     here.write(text("casa/keep"), "");
     const QStringList values = badAddresses();
@@ -397,24 +399,22 @@ void FaultsUntrusted::addresses()
     const UrlCatcher catcher;
     const Tavenor window;
     Window::pressTable(window, text("libri"));
-    int pressed = 0;
-    for (int row = 0; row < Window::lines(window).size(); ++row) {
-        Window::selectLine(window, row);
-        pressed += openEverything(window);
+    for (int line = 0; line < Window::lines(window).size(); ++line) {
+        Window::selectLine(window, line);
+        row.ran(openEverything(window));
     }
-    QVERIFY(pressed >= values.size());
+    QVERIFY(row.cases() >= values.size());
     const QStringList allowed = text("http https ftp mailto").split(QLatin1Char(' '));
     for (const QUrl &url : catcher.urls()) {
         const bool isInside =
             url.isLocalFile() && url.toLocalFile().startsWith(here.path(text("casa/")));
         QVERIFY2(allowed.contains(url.scheme()) || isInside, qPrintable(url.toString()));
     }
-    Campaign::report(text("addresses of schemes that are not opened, pressed"), pressed,
-                     text("0 failures"));
 }
 
 void FaultsUntrusted::markup()
 {
+    Campaign::Row row(text("looks at pages and tool tips full of markup"));
     const Workspace here;
     makeTraps(here);
     here.sql(Database, markupLibrary());
@@ -424,9 +424,8 @@ void FaultsUntrusted::markup()
     window.show();
     const ModalResponder responder;
     int tips = 0;
-    int looks = 0;
     const auto look = [&] {
-        ++looks;
+        row.ran();
         window.grab();
         QStringList found = renderingWidgets() + renderedTips(&tips);
         for (const QWidget *const widget : QApplication::topLevelWidgets()) {
@@ -461,14 +460,14 @@ void FaultsUntrusted::markup()
         DesignerPage::cancel(window);
         EntryPage::forgetOldPages();
     }
+    row.ran(tips);
     QVERIFY(tips > 0);
     QVERIFY(catcher.urls().isEmpty());
-    Campaign::report(text("looks at pages and tool tips full of markup"), looks + tips,
-                     text("0 failures"));
 }
 
 void FaultsUntrusted::boxes()
 {
+    Campaign::Row row(text("boxes that name markup"));
     const Workspace here;
     makeTraps(here);
     here.sql(Database, markupLibrary());
@@ -497,10 +496,15 @@ void FaultsUntrusted::boxes()
     int withMarkup = 0;
     for (const ModalResponder::Box &box : responder.boxes()) {
         QCOMPARE(box.textFormat, Qt::PlainText);
+        row.ran();
         withMarkup += box.text.contains(Markup) ? 1 : 0;
     }
     QVERIFY(withMarkup >= 3);
-    Campaign::report(text("boxes that name markup"), responder.boxes().size(), text("0 failures"));
+}
+
+void FaultsUntrusted::cleanupTestCase()
+{
+    Campaign::report();
 }
 
 QTEST_MAIN(FaultsUntrusted)

@@ -176,6 +176,16 @@ Disturbance::Disturbance(quint32 start)
 {
     connect(&timer, &QTimer::timeout, this, &Disturbance::lookForProgress);
     timer.start(0);
+    qApp->installEventFilter(this);
+}
+
+/// A short operation lets events through only once: what is done then waits for it already.
+bool Disturbance::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show && watched->inherits("progressBarForm")) {
+        lookForProgress();
+    }
+    return false;
 }
 
 /// Queued, because a timer does not fire again inside its own slot.

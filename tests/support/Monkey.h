@@ -27,6 +27,9 @@ public:
     /// How often something was done to a progress dialog.
     qint64 count() const { return done; }
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void lookForProgress();
     void disturb();

@@ -152,6 +152,15 @@ void zeroPages(QByteArray &bytes, QRandomGenerator &random)
     }
 }
 
+// As the SQLite of old wrote files: a cut one whose head tells its size is not opened at all.
+void forgetSize(QByteArray &bytes)
+{
+    constexpr int VersionOfSize = 92;
+    if (bytes.size() >= VersionOfSize + 4) {
+        bytes.replace(VersionOfSize, 4, QByteArray(4, '\0'));
+    }
+}
+
 const QStringList &oddNames()
 {
     static const QStringList all = {QStringLiteral("libri"),
@@ -404,6 +413,7 @@ void OddDatabase::write(const QString &path, Kind kind, QRandomGenerator &random
         break;
     case Kind::Truncated:
         bytes.truncate(random.bounded(bytes.size()));
+        forgetSize(bytes);
         break;
     case Kind::SwappedPages:
         swapPages(bytes, random);
