@@ -80,6 +80,8 @@ void ValueLine::showSeveralLines(const QString &text)
         createView();
     }
     measured = {};
+    // The text shown before would be wrapped in the way of this one.
+    view->clear();
     view->setWordWrapMode(LongText::wrapMode(text));
     view->setPlainText(text);
     updateGeometry();
