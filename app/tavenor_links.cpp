@@ -75,7 +75,8 @@ void Tavenor::callFilter(QString listName, int Id)
     // The record's line is gone as soon as the other table is listed.
     const QString title = ui->lbViewInfo->text();
     enterTable(table);
-    changeTable(currentTable);
+    markCurrentTable();
+    forgetFilters();
     linkToFilter(Id, previousTable, title);
 }
 
@@ -83,6 +84,9 @@ void Tavenor::linkToFilter(int Id, QString callListName, QString recordTitle)
 {
     const QString value = RecordLines::idAndTitle(Id, recordTitle);
     if (!refreshFilterPage()) {
+        // Without the condition it is the whole table that was entered.
+        changeToUsersPage();
+        showFirstRecord();
         return;
     }
     for (inputDataForm *const widget : qAsConst(filterWidgets)) {

@@ -58,6 +58,7 @@ class Links : public QObject
 
 private slots:
     void recordsThatRefer();
+    void theListIsReadOnce();
     void setsTheConditions();
     void titleWithApostrophe();
     void tableOfALinkValue();
@@ -94,6 +95,18 @@ void Links::recordsThatRefer()
     QCOMPARE(Window::heading(window), QStringLiteral("Levi"));
     QCOMPARE(FilterPage::page(window), 2);
     QVERIFY(FilterPage::isLit(window));
+}
+
+void Links::theListIsReadOnce()
+{
+    const Started started;
+    const Tavenor &window = *started.window;
+    Window::selectLine(window, 1);
+    const QSignalSpy filled(Window::get<QListWidget>(window, "userListWidget")->model(),
+                            &QAbstractItemModel::rowsInserted);
+    find(window, Autori);
+    QCOMPARE(Window::lines(window).size(), 2);
+    QCOMPARE(filled.size(), 1);
 }
 
 void Links::setsTheConditions()

@@ -32,6 +32,7 @@ private slots:
     void storedNonsenseCanBeCorrected();
     void longTextsAreKeptInStep();
     void aLongTextKeepsItsCharacters();
+    void endlessWordsAreBrokenAnywhere();
     void yesAndNoAreWords();
     void datesAreWrittenInFull();
     void aBlankDateIsAValue();
@@ -319,6 +320,22 @@ void TestInputValues::longTextsAreKeptInStep()
     QCOMPARE(longText(form)->toPlainText(), QStringLiteral("c\nd"));
     QCOMPARE(form.valueText(), QStringLiteral("c\nd"));
     QCOMPARE(touched.size(), 2);
+}
+
+void TestInputValues::endlessWordsAreBrokenAnywhere()
+{
+    // Broken between words, the text would be laid out anew as a whole for each of its lines.
+    inputDataForm form;
+    const QString text(120000, QLatin1Char('x'));
+    fill(form, QStringLiteral("LONGSTRING"), text);
+    QCOMPARE(longText(form)->wordWrapMode(), QTextOption::WrapAnywhere);
+    QCOMPARE(form.valueText(), text);
+    line(form)->setText(QStringLiteral("Due parole"));
+    QCOMPARE(longText(form)->wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
+    longText(form)->selectAll();
+    longText(form)->insertPlainText(text);
+    QCOMPARE(longText(form)->wordWrapMode(), QTextOption::WrapAnywhere);
+    QCOMPARE(form.valueText(), text);
 }
 
 void TestInputValues::aLongTextKeepsItsCharacters()

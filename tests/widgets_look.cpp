@@ -82,6 +82,7 @@ private slots:
     void thumbnailsUseThePixelsOfDenseScreens();
     void labelsTellWhatTheyCut();
     void labelsThatFitTellNothing();
+    void endlessNamesAreMeasuredInPart();
     void linesTellWhatTheyCut();
     void linesOutOfSightComeToTheMiddle();
     void anEmptyListMayHaveAPicture();
@@ -228,6 +229,32 @@ void TestLook::labelsThatFitTellNothing()
     QVERIFY(!label.isElided());
     restAt(label, label.rect());
     QCOMPARE(QToolTip::text(), QString());
+}
+
+void TestLook::endlessNamesAreMeasuredInPart()
+{
+    // Measured or painted whole, each of these would hold up the page at every turn.
+    constexpr int WidthOfAnyScreen = 60000;
+    const QString name = QStringLiteral("A") + QString(1000000, QLatin1Char('m')) + LongName;
+    ElidedLabel label;
+    label.setText(name);
+    const QSize oneLine(0, QLabel(LongName).sizeHint().height());
+    QVERIFY(label.sizeHint().width() > 10000);
+    QVERIFY(label.sizeHint().width() < WidthOfAnyScreen);
+    QCOMPARE(label.sizeHint().height(), oneLine.height());
+    QCOMPARE(label.minimumSizeHint().height(), oneLine.height());
+    label.resize(300, 20);
+    QVERIFY(label.isElided());
+    QCOMPARE(label.text(), name);
+
+    RecordListWidget list;
+    list.addLines({name});
+    const QModelIndex line = list.model()->index(0, 0);
+    QVERIFY(list.visualRect(line).width() < WidthOfAnyScreen);
+    QVERIFY(list.sizeHintForIndex(line).width() > 10000);
+    QVERIFY(list.sizeHintForIndex(line).width() < WidthOfAnyScreen);
+    QCOMPARE(list.hiddenText(line), name);
+    QCOMPARE(list.item(0)->text(), name);
 }
 
 void TestLook::linesTellWhatTheyCut()

@@ -19,6 +19,8 @@ private slots:
     void severalLinesAreShownInFull();
     void severalLinesFollowTheWidth();
     void veryLongTextsScrollInside();
+    void endlessWordsAreBrokenAnywhere();
+    void aNewTextIsMeasuredAnew();
     void oneLineTakesTheViewAway();
     void keyboardReachesTheText();
     void screenReadersHearTheName();
@@ -127,6 +129,38 @@ void TestValueLine::veryLongTextsScrollInside()
     QCOMPARE(viewOf(line)->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
 }
 
+void TestValueLine::endlessWordsAreBrokenAnywhere()
+{
+    // Broken between words, the text would be laid out anew as a whole for each of its lines.
+    const QString text = QStringLiteral("prima ") + QString(120000, QLatin1Char('x'));
+    ValueLine line;
+    line.showSeveralLines(text);
+    line.resize(300, line.heightForWidth(300));
+    line.show();
+    QCOMPARE(viewOf(line)->wordWrapMode(), QTextOption::WrapAnywhere);
+    QVERIFY(line.height() < 61 * line.fontMetrics().height() + 40);
+    viewOf(line)->selectAll();
+    viewOf(line)->copy();
+    QCOMPARE(QApplication::clipboard()->text(), text);
+
+    line.showSeveralLines(QString("parola ").repeated(2000));
+    QCOMPARE(viewOf(line)->wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
+}
+
+void TestValueLine::aNewTextIsMeasuredAnew()
+{
+    ValueLine line;
+    line.showSeveralLines("prima\nseconda");
+    const int twoLines = line.heightForWidth(300);
+    line.showSeveralLines("prima\nseconda\nterza");
+    const int threeLines = line.heightForWidth(300);
+    QVERIFY(threeLines > twoLines);
+    QFont larger = line.font();
+    larger.setPointSize(2 * larger.pointSize());
+    line.setFont(larger);
+    QVERIFY(line.heightForWidth(300) > threeLines);
+}
+
 void TestValueLine::oneLineTakesTheViewAway()
 {
     ValueLine line;
@@ -179,6 +213,7 @@ void TestValueLine::linesAreCounted_data()
     QTest::newRow("old breaks count") << "a\rb" << 2;
     QTest::newRow("the count stops at the limit") << QString("a\n").repeated(50) << 10;
     QTest::newRow("wrapped lines stop at the limit") << QString("parola ").repeated(5000) << 10;
+    QTest::newRow("a word without end stops at the limit") << QString(120000, 'x') << 10;
 }
 
 void TestValueLine::linesAreCounted()

@@ -3,6 +3,7 @@
 // A label on one line that shortens its text only when it paints it.
 #include "widgets/ElidedLabel.h"
 
+#include "widgets/longtext.h"
 #include "widgets/plaintooltip.h"
 
 #include <QFontMetrics>
@@ -24,16 +25,26 @@ ElidedLabel::ElidedLabel(QWidget *parent)
     setTextFormat(Qt::PlainText);
 }
 
+QSize ElidedLabel::sizeHint() const
+{
+    const QString measured = LongText::ends(text());
+    if (measured == text()) {
+        return QLabel::sizeHint();
+    }
+    const QSize frame = size() - contentsRect().size();
+    return QSize(fontMetrics().horizontalAdvance(measured), fontMetrics().height()) + frame;
+}
+
 QSize ElidedLabel::minimumSizeHint() const
 {
     const int letters = fontMetrics().averageCharWidth() * LeastLetters;
     const int frame = width() - contentsRect().width();
-    return QSize(letters + frame, QLabel::minimumSizeHint().height());
+    return QSize(letters + frame, sizeHint().height());
 }
 
 bool ElidedLabel::isElided() const
 {
-    return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+    return fontMetrics().horizontalAdvance(LongText::ends(text())) > contentsRect().width();
 }
 
 bool ElidedLabel::event(QEvent *event)
@@ -50,7 +61,8 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QStylePainter painter(this);
     const QRect room = contentsRect();
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
+    const QString shown =
+        fontMetrics().elidedText(LongText::ends(text()), Qt::ElideMiddle, room.width());
     const int flags = int(alignment()) | Qt::TextSingleLine;
     style()->drawItemText(&painter, room, flags, palette(), isEnabled(), shown, foregroundRole());
 }

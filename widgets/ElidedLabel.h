@@ -17,6 +17,9 @@ class ElidedLabel : public QLabel
 public:
     explicit ElidedLabel(QWidget *parent = nullptr);
 
+    /// The width of the text, or of as much as could be seen of a very long one.
+    QSize sizeHint() const override;
+
     /// The width of a few letters: the label gives way to whatever stands beside it.
     QSize minimumSizeHint() const override;
 

@@ -10,6 +10,8 @@
 #include <functional>
 #include <memory>
 
+class QMimeData;
+
 namespace Ui
 {
 class ImageBox;

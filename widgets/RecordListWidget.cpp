@@ -3,11 +3,13 @@
 // The list of records, with a word of its own while it is empty.
 #include "widgets/RecordListWidget.h"
 
+#include "widgets/longtext.h"
 #include "widgets/plaintooltip.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 
 namespace
@@ -42,6 +44,18 @@ private:
     QString ownText;
 };
 
+/// Paints and measures of a very long line only as much as can be seen.
+class LinePainter : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant &value, const QLocale &locale) const override
+    {
+        return QStyledItemDelegate::displayText(LongText::ends(value.toString()), locale);
+    }
+};
+
 /// Emits a signal about `lines` lines from `first` on, as the model itself does for one. False when
 /// the model has no such signal.
 bool tellOf(QAbstractItemModel &model, const char *signal, int first, int lines)
@@ -56,6 +70,7 @@ bool tellOf(QAbstractItemModel &model, const char *signal, int first, int lines)
 RecordListWidget::RecordListWidget(QWidget *parent)
     : QListWidget(parent)
 {
+    setItemDelegate(new LinePainter(this));
     const auto describe = [this]() { describePlaceholder(); };
     connect(model(), &QAbstractItemModel::rowsInserted, this, describe);
     connect(model(), &QAbstractItemModel::rowsRemoved, this, describe);

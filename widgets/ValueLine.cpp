@@ -3,6 +3,8 @@
 // A value to read: one line of text, or several.
 #include "widgets/ValueLine.h"
 
+#include "widgets/longtext.h"
+
 #include <QFontMetrics>
 #include <QPlainTextEdit>
 #include <QTextLayout>
@@ -22,10 +24,11 @@ constexpr int MostCharactersPerLine = 500;
 constexpr int TextMargin = 2;
 
 /// The number of lines of one paragraph, at most `most`.
-int paragraphLines(const QString &paragraph, const QFont &font, int width, int most)
+int paragraphLines(const QString &paragraph, const QFont &font, QTextOption::WrapMode mode,
+                   int width, int most)
 {
     QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(mode);
     QTextLayout layout(paragraph, font);
     layout.setTextOption(option);
     layout.beginLayout();
@@ -69,11 +72,17 @@ void ValueLine::showOneLine(const QString &text)
 
 void ValueLine::showSeveralLines(const QString &text)
 {
-    setText(text);
+    if (text != this->text()) {
+        setText(text);
+    }
     setCursorPosition(0);
     if (view == nullptr) {
         createView();
     }
+    measured = {};
+    // The text shown before would be wrapped in the way of this one.
+    view->clear();
+    view->setWordWrapMode(LongText::wrapMode(text));
     view->setPlainText(text);
     updateGeometry();
 }
@@ -96,7 +105,6 @@ void ValueLine::createView()
     view->setFrameShape(QFrame::NoFrame);
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     view->document()->setDocumentMargin(TextMargin);
     view->setAccessibleName(accessibleName());
     view->show();
@@ -124,9 +132,18 @@ int ValueLine::heightForWidth(int width) const
     if (view == nullptr) {
         return QLineEdit::sizeHint().height();
     }
-    const int lines = wrappedLines(text(), font(), width - 2 * TextMargin, MostLines);
+    const int lines = linesAt(width);
     const int lineHeight = qMax(fontMetrics().height(), fontMetrics().lineSpacing());
     return 2 * firstLineTop() + lines * lineHeight;
+}
+
+int ValueLine::linesAt(int width) const
+{
+    if (width != measured.width || font() != measured.font) {
+        const int lines = wrappedLines(text(), font(), width - 2 * TextMargin, MostLines);
+        measured = {width, font(), lines};
+    }
+    return measured.lines;
 }
 
 int ValueLine::wrappedLines(const QString &text, const QFont &font, int width, int most)
@@ -134,12 +151,13 @@ int ValueLine::wrappedLines(const QString &text, const QFont &font, int width, i
     QString start = text.left(most * MostCharactersPerLine);
     start.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     start.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    const QTextOption::WrapMode mode = LongText::wrapMode(start);
     int lines = 0;
     int from = 0;
     while (from <= start.size() && lines < most) {
         const int found = start.indexOf(QLatin1Char('\n'), from);
         const int end = found < 0 ? start.size() : found;
-        lines += paragraphLines(start.mid(from, end - from), font, width, most - lines);
+        lines += paragraphLines(start.mid(from, end - from), font, mode, width, most - lines);
         from = end + 1;
     }
     return lines;
@@ -166,7 +184,6 @@ void ValueLine::resizeEvent(QResizeEvent *event)
     }
     const int top = firstLineTop() - TextMargin;
     view->setGeometry(0, top, width(), height() - top);
-    const int lines = wrappedLines(text(), font(), width() - 2 * TextMargin, MostLines);
-    view->setVerticalScrollBarPolicy(lines < MostLines ? Qt::ScrollBarAlwaysOff
-                                                       : Qt::ScrollBarAsNeeded);
+    view->setVerticalScrollBarPolicy(linesAt(width()) < MostLines ? Qt::ScrollBarAlwaysOff
+                                                                  : Qt::ScrollBarAsNeeded);
 }

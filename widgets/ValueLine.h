@@ -3,6 +3,7 @@
 // A value to read: one line of text, or several.
 #pragma once
 
+#include <QFont>
 #include <QLineEdit>
 
 class QPlainTextEdit;
@@ -40,8 +41,17 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    /// The lines that were counted last: a page that is arranged asks for them several times.
+    struct Measured {
+        int width = -1;
+        QFont font;
+        int lines = 0;
+    };
+
     void createView();
     int firstLineTop() const;
+    int linesAt(int width) const;
 
+    mutable Measured measured;
     QPlainTextEdit *view = nullptr; // made when the first text of several lines comes
 };

@@ -10,6 +10,7 @@
 #include "model/values.h"
 #include "widgets/ImageBox.h"
 #include "widgets/icons.h"
+#include "widgets/longtext.h"
 #include "widgets/plaintooltip.h"
 #include "widgets/spokenlabel.h"
 #include "widgets/wheelguard.h"
@@ -398,7 +399,9 @@ void inputDataForm::showLine(const QString &text)
 /// is read in the same place as every other text.
 void inputDataForm::copyToLine()
 {
-    ui->leData->setText(wholeText(ui->teData));
+    const QString text = wholeText(ui->teData);
+    ui->teData->setWordWrapMode(LongText::wrapMode(text));
+    ui->leData->setText(text);
 }
 
 void inputDataForm::copyToLongText()
