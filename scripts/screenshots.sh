@@ -8,6 +8,8 @@
 #   --dark                with the colours of a dark desktop
 #   --size WIDTHxHEIGHT   of the window, instead of its own
 #   --screen WIDTHxHEIGHT of the screen; the window takes its first size on it
+#   --built FOLDER        takes the programs of a build folder instead of building a release
+#   --only CHAPTERS       some of the chapters below, e.g. "browsing entry"
 set -euo pipefail
 root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd)
 readonly root
@@ -21,6 +23,8 @@ colours=light
 size=
 screen=1366x900
 pictures=screenshots
+built=
+chapters='browsing entry filtering calculating following exporting designing menus dialogs first_start modes'
 window=
 area=
 
@@ -40,8 +44,16 @@ read_arguments() {
             screen=${2?--screen needs a width and a height}
             shift
             ;;
+        --built)
+            built=$(cd "${2?--built needs a folder}" && pwd)
+            shift
+            ;;
+        --only)
+            chapters=${2?--only needs the names of chapters}
+            shift
+            ;;
         -*)
-            echo "Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [--size WIDTHxHEIGHT] [--screen WIDTHxHEIGHT] [FOLDER]" >&2
+            echo "Usage: scripts/screenshots.sh [OPTION…] [FOLDER]; the options stand at the top of the script." >&2
             return 2
             ;;
         *) pictures=$1 ;;
@@ -53,6 +65,10 @@ read_arguments() {
 }
 
 build() {
+    if [ -n "$built" ]; then
+        return
+    fi
+    built=$root/build/release
     "$root/scripts/install-dependencies" build run screenshots
     cd "$root"
     cmake --preset release
@@ -140,7 +156,7 @@ start_desktop() {
 # start [NAME]: begins with the program's first page, and takes its picture when given a name.
 start() {
     cd "$collection"
-    start_program "$root/build/release/app/tavenor"
+    start_program "$built/app/tavenor"
     window=$(wait_for_window "^$Title")
     xdotool windowactivate --sync "$window"
     if [ -n "$size" ]; then
@@ -218,9 +234,18 @@ place() {
 
 # click X Y: at a place of the window. For what no key reaches.
 click() {
+    press_button 1 "$1" "$2"
+}
+
+# menu_at X Y: opens the menu of what is seen there.
+menu_at() {
+    press_button 3 "$1" "$2"
+}
+
+press_button() {
     local extent=${area%%+*}
-    xdotool mousemove --window "$window" "$(place "$1" "${extent%x*}")" \
-        "$(place "$2" "${extent#*x}")" click 1
+    xdotool mousemove --window "$window" "$(place "$2" "${extent%x*}")" \
+        "$(place "$3" "${extent#*x}")" click "$1"
     rest_pointer
 }
 
@@ -462,6 +487,35 @@ menus() {
     settle
     file_menu
     shot administrator-file-menu
+    key Escape Escape
+    settle
+    menu_at 110 134
+    shot table-menu
+    stop
+    context_menus
+}
+
+# What the right button opens on the page of a table, and on the one of a record.
+context_menus() {
+    start
+    menu_at 340 266
+    shot list-menu
+    key Escape
+    settle
+    menu_at 700 216
+    shot value-menu
+    key Escape
+    settle
+    click 110 -54
+    settle
+    menu_at 110 91
+    shot filter-menu
+    key Escape
+    settle
+    key F2
+    settle
+    menu_at 560 625
+    shot file-field-menu
     stop
 }
 
@@ -553,15 +607,7 @@ trap end_all EXIT
 trap 'exit 1' INT TERM HUP
 build
 start_desktop
-"$root/build/release/samples/tavenor-sample" "$collection"
-browsing
-entry
-filtering
-calculating
-following
-exporting
-designing
-menus
-dialogs
-first_start
-modes
+"$built/samples/tavenor-sample" "$collection"
+for chapter in $chapters; do
+    "$chapter"
+done
