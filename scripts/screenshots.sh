@@ -27,6 +27,7 @@ built=
 chapters='browsing entry filtering calculating following exporting designing menus dialogs first_start modes'
 window=
 area=
+moments=
 
 read_arguments() {
     while [ "$#" -gt 0 ]; do
@@ -173,15 +174,21 @@ start() {
     else
         settle
     fi
+    moments=0
     until_true 60 has_keyboard
 }
 
-# Succeeds when keys go to the program's window. On a busy machine its own last call for the
-# keyboard comes late, and keys that are sent before are lost.
+# Succeeds when keys go to the program's window and went there some moments before. On a busy
+# machine its own last call for the keyboard comes late, and so does what the window manager
+# makes of ours: either takes the keyboard away for a moment, and keys that are sent then are lost.
 has_keyboard() {
-    xdotool windowactivate "$window"
-    sleep 0.2
-    [ "$(xdotool getwindowfocus)" = "$window" ]
+    if [ "$(xdotool getwindowfocus)" = "$window" ]; then
+        moments=$((moments + 1))
+    else
+        moments=0
+        xdotool windowactivate "$window"
+    fi
+    [ "$moments" -ge 3 ]
 }
 
 stop() {
@@ -250,14 +257,17 @@ press_button() {
 }
 
 # options_menu KEY…: opens the menu "Opzioni" on its first entry and goes on with the keys;
-# entries that are switched off are passed over.
+# entries that are switched off are passed over. The Alt key would do nothing when the window
+# got the keyboard anew before it was released.
 options_menu() {
-    key Alt_L Right Down "$@"
+    click 70 10
+    key Down "$@"
 }
 
 # file_menu KEY…: the same for the menu "File".
 file_menu() {
-    key Alt_L Down "$@"
+    click 20 10
+    key Down "$@"
 }
 
 # table NUMBER: the table that stands at this place of the list.
@@ -481,13 +491,13 @@ menus() {
     start
     file_menu
     shot file-menu
-    key Escape Escape
+    key Escape
     settle
     options_menu Return
     settle
     file_menu
     shot administrator-file-menu
-    key Escape Escape
+    key Escape
     settle
     menu_at 110 134
     shot table-menu

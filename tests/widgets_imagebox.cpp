@@ -30,6 +30,8 @@ private slots:
 
     void hasItsTexts();
     void startsWithItsSize();
+    void opensWithinTheScreen_data();
+    void opensWithinTheScreen();
     void loadsInItsSize_data();
     void loadsInItsSize();
     void loadsNothingElse_data();
@@ -140,6 +142,21 @@ void TestImageBox::hasItsTexts()
 void TestImageBox::startsWithItsSize()
 {
     QCOMPARE(box->size(), QSize(700, 600));
+}
+
+void TestImageBox::opensWithinTheScreen_data()
+{
+    QTest::addColumn<QSize>("available");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("on a large screen as it should be") << QSize(1366, 728) << QSize(700, 600);
+    QTest::newRow("on a low one as high as that") << QSize(1016, 560) << QSize(700, 560);
+    QTest::newRow("on a narrow one as wide as that") << QSize(600, 1024) << QSize(600, 600);
+}
+
+void TestImageBox::opensWithinTheScreen()
+{
+    QFETCH(QSize, available);
+    QTEST(ImageBox::firstSize(QSize(700, 600), available), "size");
 }
 
 void TestImageBox::loadsInItsSize_data()

@@ -14,12 +14,23 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QScreen>
 
 namespace
 {
 
 /// Kept free around a picture that is fitted into the dialog.
 constexpr QSize FitMargin(10, 10);
+
+/// What the frame around this dialog will take, told by that of the window it opens over.
+QSize frameRoom(const QWidget &dialog)
+{
+    if (dialog.parentWidget() == nullptr) {
+        return QSize(0, 0);
+    }
+    const QWidget *const below = dialog.parentWidget()->window();
+    return below->frameGeometry().size() - below->size();
+}
 
 } // namespace
 
@@ -36,9 +47,16 @@ ImageBox::ImageBox(QWidget *parent)
     ui->pbzoomminus->setIcon(Icons::shared(QStringLiteral(":/zoomOutIcon")));
     setAcceptDrops(true);
     connectButtons();
+    // The buttons would lie below the edge of a small screen.
+    resize(firstSize(size(), screen()->availableSize() - frameRoom(*this)));
 }
 
 ImageBox::~ImageBox() = default;
+
+QSize ImageBox::firstSize(const QSize &wanted, const QSize &available)
+{
+    return wanted.boundedTo(available);
+}
 
 void ImageBox::connectButtons()
 {

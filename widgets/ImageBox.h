@@ -26,6 +26,9 @@ public:
     explicit ImageBox(QWidget *parent = nullptr);
     ~ImageBox() override;
 
+    /// The size in which a dialog that should be `wanted` opens on a screen with so much room.
+    static QSize firstSize(const QSize &wanted, const QSize &available);
+
     /// The record's folder, relative to the base folder, into which pictures are copied.
     void setSubFolder(QString folder) { subFolder = folder; }
 
