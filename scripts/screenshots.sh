@@ -516,16 +516,20 @@ context_menus() {
     shot value-menu
     key Escape
     settle
+    key F2
+    settle
+    # From the title to the picture's path, whose menu the menu key opens.
+    times 17 key Tab
+    key Menu
+    shot file-field-menu
+    key Escape
+    settle
+    key Escape
+    settle
     click 110 -54
     settle
     menu_at 110 91
     shot filter-menu
-    key Escape
-    settle
-    key F2
-    settle
-    menu_at 560 625
-    shot file-field-menu
     stop
 }
 

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -32,6 +33,7 @@ private slots:
     void startsWithItsSize();
     void opensWithinTheScreen_data();
     void opensWithinTheScreen();
+    void leavesRoomForItsFrame();
     void loadsInItsSize_data();
     void loadsInItsSize();
     void loadsNothingElse_data();
@@ -157,6 +159,21 @@ void TestImageBox::opensWithinTheScreen()
 {
     QFETCH(QSize, available);
     QTEST(ImageBox::firstSize(QSize(700, 600), available), "size");
+}
+
+void TestImageBox::leavesRoomForItsFrame()
+{
+    QWidget window;
+    window.show();
+    ImageBox over(&window);
+    over.show();
+    const QSize frame = window.frameGeometry().size() - window.size();
+    const QSize room = window.screen()->availableSize() - frame;
+    QCOMPARE(over.size(), QSize(700, 600).boundedTo(room));
+    over.resize(9000, 9000);
+    over.hide();
+    over.show();
+    QCOMPARE(over.size(), room);
 }
 
 void TestImageBox::loadsInItsSize_data()

@@ -47,8 +47,6 @@ ImageBox::ImageBox(QWidget *parent)
     ui->pbzoomminus->setIcon(Icons::shared(QStringLiteral(":/zoomOutIcon")));
     setAcceptDrops(true);
     connectButtons();
-    // The buttons would lie below the edge of a small screen.
-    resize(firstSize(size(), screen()->availableSize() - frameRoom(*this)));
 }
 
 ImageBox::~ImageBox() = default;
@@ -121,6 +119,14 @@ void ImageBox::choose(const QString &picture)
     ui->leImage->setText(fileName);
     originalPixmap = ImageScaling::load(fileName);
     displayInSize(ImageScaling::sizeInArea(originalPixmap.size(), ui->lbImage->size()));
+}
+
+void ImageBox::showEvent(QShowEvent *event)
+{
+    // The buttons would lie below the edge of a small screen. Known only now: the dialog may be
+    // made before the field that it belongs to stands in a window.
+    resize(firstSize(size(), screen()->availableSize() - frameRoom(*this)));
+    QDialog::showEvent(event);
 }
 
 /// The picture that can be dropped here; empty when there is none, or no place for one.
