@@ -127,6 +127,12 @@ void Tavenor::setLook()
     ui->datiScroll->setBackgroundRole(QPalette::AlternateBase);
     ui->datiContents->setBackgroundRole(QPalette::AlternateBase);
     ui->datiContents->setForegroundRole(QPalette::Text);
+    // Some palettes give what is switched off another ground, which would show as a patch.
+    for (QWidget *const panel :
+         {ui->tablesScroll->viewport(), ui->tablesContents, ui->filtersScroll->viewport(),
+          static_cast<QWidget *>(ui->filtersContents)}) {
+        panel->setAutoFillBackground(false);
+    }
     // On wide screens what belongs together stays together.
     for (QWidget *const page : {ui->datiContents, ui->newElementContents, ui->calcContents,
                                 static_cast<QWidget *>(ui->filterContents)}) {

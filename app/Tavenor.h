@@ -22,8 +22,6 @@
 #include <functional>
 #include <memory>
 
-class QLabel;
-
 class AboutForm;
 struct DroppedFiles;
 class ListButtonForm;
@@ -563,9 +561,9 @@ private:
     QList<QAction *> secondDoor;
     QAction *techModDoor = nullptr;
     QAction *showListAction = nullptr;
-    QLabel *readOnlyMark = nullptr;
-    QLabel *administratorMark = nullptr;
-    QLabel *advancedMark = nullptr;
+    QWidget *readOnlyMark = nullptr;
+    QWidget *administratorMark = nullptr;
+    QWidget *advancedMark = nullptr;
 
     // Keyboard
     QPointer<QWidget> leftFocus;

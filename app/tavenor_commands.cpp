@@ -4,6 +4,7 @@
 #include "app/Tavenor.h"
 
 #include "ui_Tavenor.h"
+#include "widgets/CardFrame.h"
 #include "widgets/icons.h"
 
 #include <QHBoxLayout>
@@ -117,6 +118,19 @@ QList<QAction *> leavingActions(const Ui::Tavenor &form)
             form.actionImport_From_File_Export_Manager_File};
 }
 
+// Adds a hidden mark to the row at the end of the tool bar.
+QWidget *addModeMark(QLayout *row, const QString &text)
+{
+    auto *const mark = new CardFrame(row->parentWidget());
+    auto *const inside = new QHBoxLayout(mark);
+    inside->setContentsMargins(8, 4, 8, 4);
+    inside->addWidget(new QLabel(text, mark));
+    mark->hide();
+    row->addWidget(mark);
+    row->setAlignment(mark, Qt::AlignVCenter);
+    return mark;
+}
+
 QList<QWidget *> leavingWidgets(const Ui::Tavenor &form)
 {
     return {form.listFrame, form.pbFilter, form.pbCalc, form.pbReturn};
@@ -182,21 +196,13 @@ void Tavenor::makeModeMarks()
 
     auto *const marks = new QWidget(ui->mainToolBar);
     auto *const row = new QHBoxLayout(marks);
-    row->setContentsMargins(8, 0, 8, 0);
+    row->setContentsMargins(8, 0, 4, 0);
     row->setSpacing(8);
     row->addStretch();
     ui->mainToolBar->addWidget(marks);
-    const auto addMark = [marks, row](const QString &text) {
-        auto *const mark = new QLabel(text, marks);
-        mark->setFrameShape(QFrame::StyledPanel);
-        mark->setMargin(4);
-        mark->hide();
-        row->addWidget(mark);
-        return mark;
-    };
-    administratorMark = addMark(ui->actionAdministrator_Mode->text());
-    advancedMark = addMark(ui->actionTech_Mod->text());
-    readOnlyMark = addMark(QStringLiteral("READONLY"));
+    administratorMark = addModeMark(row, ui->actionAdministrator_Mode->text());
+    advancedMark = addModeMark(row, ui->actionTech_Mod->text());
+    readOnlyMark = addModeMark(row, QStringLiteral("READONLY"));
 }
 
 void Tavenor::updateSecondDoor()

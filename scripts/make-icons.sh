@@ -18,7 +18,7 @@ mkdir -p "$target"
 for svg in "$source"/*.svg; do
     name=$(basename "$svg" .svg)
     case $name in
-    listIcon | generalIcon) size=64 ;; # shown larger than a button's icon
+    listIcon | generalIcon | filterIcon) size=64 ;; # shown larger than a button's icon
     *) size=32 ;;
     esac
     draw "$svg" "$size" "$target/$name.png"

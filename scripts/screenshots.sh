@@ -8,6 +8,8 @@
 #   --dark                with the colours of a dark desktop
 #   --size WIDTHxHEIGHT   of the window, instead of its own
 #   --screen WIDTHxHEIGHT of the screen; the window takes its first size on it
+#   --built FOLDER        takes the programs of a build folder instead of building a release
+#   --only CHAPTERS       some of the chapters below, e.g. "browsing entry"
 set -euo pipefail
 root=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd)
 readonly root
@@ -21,8 +23,11 @@ colours=light
 size=
 screen=1366x900
 pictures=screenshots
+built=
+chapters='browsing entry filtering calculating following exporting designing menus dialogs first_start modes'
 window=
 area=
+moments=
 
 read_arguments() {
     while [ "$#" -gt 0 ]; do
@@ -40,8 +45,16 @@ read_arguments() {
             screen=${2?--screen needs a width and a height}
             shift
             ;;
+        --built)
+            built=$(cd "${2?--built needs a folder}" && pwd)
+            shift
+            ;;
+        --only)
+            chapters=${2?--only needs the names of chapters}
+            shift
+            ;;
         -*)
-            echo "Usage: scripts/screenshots.sh [--scale FACTOR] [--dark] [--size WIDTHxHEIGHT] [--screen WIDTHxHEIGHT] [FOLDER]" >&2
+            echo "Usage: scripts/screenshots.sh [OPTION…] [FOLDER]; the options stand at the top of the script." >&2
             return 2
             ;;
         *) pictures=$1 ;;
@@ -53,6 +66,10 @@ read_arguments() {
 }
 
 build() {
+    if [ -n "$built" ]; then
+        return
+    fi
+    built=$root/build/release
     "$root/scripts/install-dependencies" build run screenshots
     cd "$root"
     cmake --preset release
@@ -140,7 +157,7 @@ start_desktop() {
 # start [NAME]: begins with the program's first page, and takes its picture when given a name.
 start() {
     cd "$collection"
-    start_program "$root/build/release/app/tavenor"
+    start_program "$built/app/tavenor"
     window=$(wait_for_window "^$Title")
     xdotool windowactivate --sync "$window"
     if [ -n "$size" ]; then
@@ -157,15 +174,21 @@ start() {
     else
         settle
     fi
+    moments=0
     until_true 60 has_keyboard
 }
 
-# Succeeds when keys go to the program's window. On a busy machine its own last call for the
-# keyboard comes late, and keys that are sent before are lost.
+# Succeeds when keys go to the program's window and went there some moments before. On a busy
+# machine its own last call for the keyboard comes late, and so does what the window manager
+# makes of ours: either takes the keyboard away for a moment, and keys that are sent then are lost.
 has_keyboard() {
-    xdotool windowactivate "$window"
-    sleep 0.2
-    [ "$(xdotool getwindowfocus)" = "$window" ]
+    if [ "$(xdotool getwindowfocus)" = "$window" ]; then
+        moments=$((moments + 1))
+    else
+        moments=0
+        xdotool windowactivate "$window"
+    fi
+    [ "$moments" -ge 3 ]
 }
 
 stop() {
@@ -218,21 +241,33 @@ place() {
 
 # click X Y: at a place of the window. For what no key reaches.
 click() {
+    press_button 1 "$1" "$2"
+}
+
+# menu_at X Y: opens the menu of what is seen there.
+menu_at() {
+    press_button 3 "$1" "$2"
+}
+
+press_button() {
     local extent=${area%%+*}
-    xdotool mousemove --window "$window" "$(place "$1" "${extent%x*}")" \
-        "$(place "$2" "${extent#*x}")" click 1
+    xdotool mousemove --window "$window" "$(place "$2" "${extent%x*}")" \
+        "$(place "$3" "${extent#*x}")" click "$1"
     rest_pointer
 }
 
 # options_menu KEY…: opens the menu "Opzioni" on its first entry and goes on with the keys;
-# entries that are switched off are passed over.
+# entries that are switched off are passed over. The Alt key would do nothing when the window
+# got the keyboard anew before it was released.
 options_menu() {
-    key Alt_L Right Down "$@"
+    click 70 10
+    key Down "$@"
 }
 
 # file_menu KEY…: the same for the menu "File".
 file_menu() {
-    key Alt_L Down "$@"
+    click 20 10
+    key Down "$@"
 }
 
 # table NUMBER: the table that stands at this place of the list.
@@ -456,12 +491,45 @@ menus() {
     start
     file_menu
     shot file-menu
-    key Escape Escape
+    key Escape
     settle
     options_menu Return
     settle
     file_menu
     shot administrator-file-menu
+    key Escape
+    settle
+    menu_at 110 134
+    shot table-menu
+    stop
+    context_menus
+}
+
+# What the right button opens on the page of a table, and on the one of a record.
+context_menus() {
+    start
+    menu_at 340 266
+    shot list-menu
+    key Escape
+    settle
+    menu_at 700 216
+    shot value-menu
+    key Escape
+    settle
+    key F2
+    settle
+    # From the title to the picture's path, whose menu the menu key opens.
+    times 17 key Tab
+    key Menu
+    shot file-field-menu
+    key Escape
+    settle
+    key Escape
+    settle
+    click 110 -54
+    settle
+    menu_at 110 91
+    shot filter-menu
     stop
 }
 
@@ -553,15 +621,7 @@ trap end_all EXIT
 trap 'exit 1' INT TERM HUP
 build
 start_desktop
-"$root/build/release/samples/tavenor-sample" "$collection"
-browsing
-entry
-filtering
-calculating
-following
-exporting
-designing
-menus
-dialogs
-first_start
-modes
+"$built/samples/tavenor-sample" "$collection"
+for chapter in $chapters; do
+    "$chapter"
+done

@@ -72,6 +72,7 @@ private slots:
     void anEmptyPanelOfFiltersSaysHowToMakeOne();
     void aNewTableIsDesignedUnderNoOtherName();
     void theFirstConditionsWordIsPale();
+    void aPanelThatIsOffHasTheWindowsGround();
 };
 
 void LookTest::firstSize_data()
@@ -307,6 +308,24 @@ void LookTest::aNewTableIsDesignedUnderNoOtherName()
     QVERIFY(!name->isVisible());
     Window::pressTable(window, QStringLiteral("autori"));
     QVERIFY(name->isVisible() && icon->isVisible());
+}
+
+void LookTest::aPanelThatIsOffHasTheWindowsGround()
+{
+    const Workspace here;
+    here.sql(Books, twoTables(ThreeBooks));
+    here.remember(Books);
+    Tavenor window;
+    QPalette palette = window.palette();
+    palette.setColor(QPalette::Disabled, QPalette::Window, Qt::red);
+    window.setPalette(palette);
+    window.show();
+    Window::get<QWidget>(window, "listFrame")->setEnabled(false);
+    const auto *const panel = Window::get<QScrollArea>(window, "tablesScroll");
+    const QPoint corner(panel->width() / 2, panel->height() - 2);
+    const QImage painted = window.grab().toImage();
+    QCOMPARE(painted.pixelColor(panel->mapTo(&window, corner)),
+             palette.color(QPalette::Active, QPalette::Window));
 }
 
 void LookTest::theFirstConditionsWordIsPale()

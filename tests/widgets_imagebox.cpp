@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -30,6 +31,9 @@ private slots:
 
     void hasItsTexts();
     void startsWithItsSize();
+    void opensWithinTheScreen_data();
+    void opensWithinTheScreen();
+    void leavesRoomForItsFrame();
     void loadsInItsSize_data();
     void loadsInItsSize();
     void loadsNothingElse_data();
@@ -140,6 +144,36 @@ void TestImageBox::hasItsTexts()
 void TestImageBox::startsWithItsSize()
 {
     QCOMPARE(box->size(), QSize(700, 600));
+}
+
+void TestImageBox::opensWithinTheScreen_data()
+{
+    QTest::addColumn<QSize>("available");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("on a large screen as it should be") << QSize(1366, 728) << QSize(700, 600);
+    QTest::newRow("on a low one as high as that") << QSize(1016, 560) << QSize(700, 560);
+    QTest::newRow("on a narrow one as wide as that") << QSize(600, 1024) << QSize(600, 600);
+}
+
+void TestImageBox::opensWithinTheScreen()
+{
+    QFETCH(QSize, available);
+    QTEST(ImageBox::firstSize(QSize(700, 600), available), "size");
+}
+
+void TestImageBox::leavesRoomForItsFrame()
+{
+    QWidget window;
+    window.show();
+    ImageBox over(&window);
+    over.show();
+    const QSize frame = window.frameGeometry().size() - window.size();
+    const QSize room = window.screen()->availableSize() - frame;
+    QCOMPARE(over.size(), QSize(700, 600).boundedTo(room));
+    over.resize(9000, 9000);
+    over.hide();
+    over.show();
+    QCOMPARE(over.size(), room);
 }
 
 void TestImageBox::loadsInItsSize_data()

@@ -53,6 +53,7 @@ private slots:
     void aReceiverMayDeleteIt();
     void theIconStandsAtTheLeft();
     void theCurrentEntryIsMarked();
+    void theMarkOfADisabledEntryIsPale();
     void focusAndPressingAreVisible();
     void namesAreShortenedOnlyWhenPainted();
     void markupInNamesIsText();
@@ -233,6 +234,26 @@ void TestListButtonForm::theCurrentEntryIsMarked()
     QVERIFY(!form.isCurrent());
     QVERIFY(button(form)->grab().toImage().pixelColor(20, 20) != marked);
     QCOMPARE(label(form)->foregroundRole(), QPalette::WindowText);
+}
+
+void TestListButtonForm::theMarkOfADisabledEntryIsPale()
+{
+    ListButtonForm form;
+    form.setTableName("Libri");
+    form.resize(220, form.sizeHint().height());
+    // A palette whose pale mark has the colour of the text upon it.
+    QPalette palette = form.palette();
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, Qt::darkGray);
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, Qt::darkGray);
+    form.setPalette(palette);
+    form.setCurrent(true);
+    form.setEnabled(false);
+    const QColor mark = button(form)->grab().toImage().pixelColor(20, 20);
+    QVERIFY(mark != QColor(Qt::darkGray));
+    QVERIFY(mark != palette.color(QPalette::Disabled, QPalette::Window));
+    QCOMPARE(label(form)->foregroundRole(), QPalette::WindowText);
+    form.setEnabled(true);
+    QCOMPARE(label(form)->foregroundRole(), QPalette::HighlightedText);
 }
 
 void TestListButtonForm::focusAndPressingAreVisible()

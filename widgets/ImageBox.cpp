@@ -14,12 +14,23 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QScreen>
 
 namespace
 {
 
 /// Kept free around a picture that is fitted into the dialog.
 constexpr QSize FitMargin(10, 10);
+
+/// What the frame around this dialog will take, told by that of the window it opens over.
+QSize frameRoom(const QWidget &dialog)
+{
+    if (dialog.parentWidget() == nullptr) {
+        return QSize(0, 0);
+    }
+    const QWidget *const below = dialog.parentWidget()->window();
+    return below->frameGeometry().size() - below->size();
+}
 
 } // namespace
 
@@ -39,6 +50,11 @@ ImageBox::ImageBox(QWidget *parent)
 }
 
 ImageBox::~ImageBox() = default;
+
+QSize ImageBox::firstSize(const QSize &wanted, const QSize &available)
+{
+    return wanted.boundedTo(available);
+}
 
 void ImageBox::connectButtons()
 {
@@ -103,6 +119,14 @@ void ImageBox::choose(const QString &picture)
     ui->leImage->setText(fileName);
     originalPixmap = ImageScaling::load(fileName);
     displayInSize(ImageScaling::sizeInArea(originalPixmap.size(), ui->lbImage->size()));
+}
+
+void ImageBox::showEvent(QShowEvent *event)
+{
+    // The buttons would lie below the edge of a small screen. Known only now: the dialog may be
+    // made before the field that it belongs to stands in a window.
+    resize(firstSize(size(), screen()->availableSize() - frameRoom(*this)));
+    QDialog::showEvent(event);
 }
 
 /// The picture that can be dropped here; empty when there is none, or no place for one.

@@ -28,6 +28,9 @@ public:
     explicit ImageBox(QWidget *parent = nullptr);
     ~ImageBox() override;
 
+    /// The size in which a dialog that should be `wanted` opens on a screen with so much room.
+    static QSize firstSize(const QSize &wanted, const QSize &available);
+
     /// The record's folder, relative to the base folder, into which pictures are copied.
     void setSubFolder(QString folder) { subFolder = folder; }
 
@@ -62,6 +65,7 @@ public slots:
     void fitImage();
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 

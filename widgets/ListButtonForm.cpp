@@ -8,6 +8,8 @@
 #include "model/names.h"
 #include "widgets/plaintooltip.h"
 
+#include <QEvent>
+
 ListButtonForm::ListButtonForm(QWidget *parent)
     : QWidget(parent)
     , ui(std::make_unique<Ui::ListButtonForm>())
@@ -45,7 +47,7 @@ void ListButtonForm::setCurrent(bool on)
 {
     ui->pbList->setCurrent(on);
     ui->pbList->setAccessibleDescription(on ? QStringLiteral("corrente") : QString());
-    ui->lbListName->setForegroundRole(on ? QPalette::HighlightedText : QPalette::WindowText);
+    updateNameColour();
 }
 
 bool ListButtonForm::isCurrent() const
@@ -60,6 +62,21 @@ void ListButtonForm::pushed()
     } else {
         emit changeList(table);
     }
+}
+
+void ListButtonForm::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange) {
+        updateNameColour();
+    }
+}
+
+void ListButtonForm::updateNameColour()
+{
+    // While it is switched off, the mark lets the window's colour through.
+    const bool isOnMark = isCurrent() && isEnabled();
+    ui->lbListName->setForegroundRole(isOnMark ? QPalette::HighlightedText : QPalette::WindowText);
 }
 
 void ListButtonForm::setShownName(const QString &name, const QString &tip)

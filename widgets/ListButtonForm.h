@@ -50,7 +50,11 @@ public slots:
     /// Announces the choice of this entry. A receiver may delete the entry.
     void pushed();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    void updateNameColour();
     void setShownName(const QString &name, const QString &tip);
 
     const std::unique_ptr<Ui::ListButtonForm> ui;

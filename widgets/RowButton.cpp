@@ -21,6 +21,12 @@ constexpr double FocusWidth = 1.5;
 QColor rowColour(const RowButton &row)
 {
     QColor colour = row.palette().color(QPalette::Highlight);
+    if (row.isCurrent() && !row.isEnabled()) {
+        // A palette's pale highlight can be any grey, even the one of the text upon it.
+        colour = row.palette().color(QPalette::Active, QPalette::Highlight);
+        colour.setAlpha(PressedAlpha);
+        return colour;
+    }
     if (row.isCurrent()) {
         return row.isDown() ? colour.darker(115) : colour;
     }
