@@ -35,7 +35,6 @@ void Tavenor::enterTable(const QString &listName)
     ui->pbReturn->show();
     previousTable = currentTable;
     previousId = currentId;
-    showTableHead(listName);
     currentTable = listName;
 }
 
@@ -53,14 +52,15 @@ void Tavenor::goToRequest(QString listName, int Id)
     showRecordOf(listName, Id);
 }
 
-QString Tavenor::linkedTable(const QString &nameOrValue) const
+QString Tavenor::linkedTable(const QString &nameOrValue, QString *error) const
 {
-    if (db->tableExists(nameOrValue)) {
+    const QStringList tables = db->tables(error);
+    if (tables.contains(nameOrValue)) {
         return nameOrValue;
     }
     for (const QPair<QString, QString> &field : linkFields) {
         if (field.first == nameOrValue) {
-            return db->tableExists(field.second) ? field.second : QString();
+            return tables.contains(field.second) ? field.second : QString();
         }
     }
     return QString();
@@ -68,7 +68,12 @@ QString Tavenor::linkedTable(const QString &nameOrValue) const
 
 void Tavenor::callFilter(QString listName, int Id)
 {
-    const QString table = linkedTable(listName);
+    QString error;
+    const QString table = linkedTable(listName, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(listName, error);
+        return;
+    }
     if (table.isEmpty()) {
         return;
     }
