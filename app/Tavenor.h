@@ -425,6 +425,8 @@ private:
 
     // Links
     void connectLinks();
+    /// From now on "Indietro" leads to the record that is shown.
+    void rememberWayBack();
     void enterTable(const QString &listName);
     /// The table that a press of "Trova" means: the one of this name, or the one that the field
     /// of the record shown with this value leads to; empty when there is none.

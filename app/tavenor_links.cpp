@@ -30,11 +30,17 @@ void Tavenor::connectLinks()
     ui->pbReturn->hide();
 }
 
-void Tavenor::enterTable(const QString &listName)
+void Tavenor::rememberWayBack()
 {
     ui->pbReturn->show();
     previousTable = currentTable;
     previousId = currentId;
+}
+
+void Tavenor::enterTable(const QString &listName)
+{
+    rememberWayBack();
+    showTableHead(listName);
     currentTable = listName;
 }
 
@@ -48,7 +54,7 @@ void Tavenor::checkWayBack()
 
 void Tavenor::goToRequest(QString listName, int Id)
 {
-    enterTable(listName);
+    rememberWayBack();
     showRecordOf(listName, Id);
 }
 
@@ -71,7 +77,7 @@ void Tavenor::callFilter(QString listName, int Id)
     QString error;
     const QString table = linkedTable(listName, &error);
     if (!error.isEmpty()) {
-        warnUnreadable(listName, error);
+        warnUnreadable(currentTable, error);
         return;
     }
     if (table.isEmpty()) {

@@ -54,7 +54,7 @@ void Tavenor::goToSubTableRequest(QString listName)
     if (!exists && readOnly) {
         return;
     }
-    enterTable(stored);
+    rememberWayBack();
     if (!exists) {
         const SubTables::Parts parts = SubTables::parts(listName);
         // Deliberate: the flag is always N here, whatever the field's own.
