@@ -260,9 +260,9 @@ private:
     void execRecordMenu(const QPoint &place, bool isRecord);
     bool mayTake(const DroppedFiles &dropped) const;
     void takeFiles(const DroppedFiles &dropped);
-    /// Removes these tables and makes the program's own ones anew. False when none could be
-    /// removed.
-    bool removeTables(const QStringList &names);
+    /// Removes these tables and makes the program's own ones anew; `left` gets those that could
+    /// not be removed. False when none could be.
+    bool removeTables(const QStringList &names, QStringList *left);
 
     // Table list
     void setTableTexts();
@@ -461,6 +461,8 @@ private:
     void showSystemConditions();
     /// Builds the page anew with these conditions, which then are those last switched on.
     void restoreConditions(const QVector<Filters::Setting> &settings);
+    /// The same on the page that is there.
+    void setConditions(const QVector<Filters::Setting> &settings);
     /// Puts the page into the state in which a person meets it.
     void prepareFilterPage();
     /// Says once of each condition whose number cannot be read that it counts as 0.

@@ -219,7 +219,8 @@ bool Tavenor::refreshFilterPage()
         shown.append(widget->columnName());
     }
     if (shown != offered) {
-        restoreConditions(activeFilters);
+        buildFilterPage(offered);
+        setConditions(activeFilters);
     }
     return true;
 }
@@ -269,13 +270,18 @@ void Tavenor::showSystemConditions()
 
 void Tavenor::restoreConditions(const QVector<Filters::Setting> &settings)
 {
-    const QVector<Filters::Setting> kept = settings;
     QString error;
     const QStringList columns = db->fieldNames(currentTable, &error);
     // The page of a table that cannot be read now stays; without it the conditions would be lost.
     if (error.isEmpty()) {
         buildFilterPage(columns);
     }
+    setConditions(settings);
+}
+
+void Tavenor::setConditions(const QVector<Filters::Setting> &settings)
+{
+    const QVector<Filters::Setting> kept = settings;
     for (const Filters::Setting &setting : kept) {
         for (inputDataForm *const widget : qAsConst(filterWidgets)) {
             if (widget->columnName() == setting.column) {
