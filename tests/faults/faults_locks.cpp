@@ -744,7 +744,10 @@ void Locks::lockOfAMomentIsToldOrHarmless()
                                  .arg(QString::number(unlucky), told.join(QLatin1Char('|')),
                                       (now + visible(program)).join(QLatin1Char('|')),
                                       (after + shownAfter).join(QLatin1Char('|')));
-        QVERIFY2(now == before || now == after, qPrintable(what));
+        // The link of a new record is filled when it is first shown, which then comes later.
+        const bool isShownLater =
+            !told.isEmpty() && qstrcmp(command.name, "save a new record") == 0;
+        QVERIFY2(now == before || now == after || isShownLater, qPrintable(what));
         const QByteArray exported = program.here.read(Exported);
         QVERIFY2(exported == Older || exported == exportedAfter, qPrintable(what));
         if (told.isEmpty()) {
