@@ -258,9 +258,9 @@ private:
     void execRecordMenu(const QPoint &place, bool isRecord);
     bool mayTake(const DroppedFiles &dropped) const;
     void takeFiles(const DroppedFiles &dropped);
-    /// Removes these tables and makes the program's own ones anew. False when none could be
-    /// removed.
-    bool removeTables(const QStringList &names);
+    /// Removes these tables and makes the program's own ones anew; `left` gets those that could
+    /// not be removed. False when none could be.
+    bool removeTables(const QStringList &names, QStringList *left);
 
     // Table list
     void setTableTexts();
@@ -300,6 +300,8 @@ private:
     void setRecordListTexts();
     void connectRecordList();
     void loadUserList(const QString &table);
+    /// True for a table that exists, or cannot be looked up now.
+    bool mayBeThere(const QString &table) const;
     RecordListContent readRecordList(const QString &table);
     void warnUnreadable(const QString &table, const QString &reason);
     void clearRecordList();
@@ -323,6 +325,13 @@ private:
     // Record view
     void setRecordViewTexts();
     void connectRecordView();
+    /// The first table that could not be read while a page was built, and why; without a reason,
+    /// all could. What is known to fail is not tried again: each try waits for the lock of
+    /// another program.
+    struct UnreadTable {
+        QString table;
+        QString reason;
+    };
     void buildRecordView(int id, const QString &table);
     void clearRecordView();
     void orderRecordView();
@@ -330,9 +339,11 @@ private:
     void showCurrentRecord();
     /// The field of the record that is shown for this column; null for one that is not shown.
     outputDataForm *makeField(const QString &column, const QVariant &value);
-    outputDataForm *makeReference(const QString &column, const QVariant &stored);
-    outputDataForm *makeLink(const QString &column, const QVariant &value);
-    QVariant linkValueOf(int id, const QString &column, const QVariant &stored);
+    outputDataForm *makeReference(const QString &column, const QVariant &stored,
+                                  UnreadTable *unread);
+    outputDataForm *makeLink(const QString &column, const QVariant &value, UnreadTable *unread);
+    QVariant linkValueOf(int id, const QString &column, const QVariant &stored,
+                         UnreadTable *unread);
     /// Puts the fields that were made on the page.
     void showFields();
 
@@ -343,8 +354,11 @@ private:
     bool buildInputPage(int id);
     void clearInputPage();
     void showEntryPage();
-    inputDataForm *makeEditor(const QString &column, const QVariant &value);
-    void fillEditor(inputDataForm *editor, const QVariant &value);
+    inputDataForm *makeEditor(const QString &column, const QVariant &value, UnreadTable *unread);
+    void fillEditor(inputDataForm *editor, const QVariant &value, UnreadTable *unread);
+    /// What can be chosen for a reference or a link; `unread` tells when that cannot be read.
+    QVector<QPair<int, QString>> referenceChoices(const QString &column, UnreadTable *unread) const;
+    QStringList linkChoices(const QString &column, UnreadTable *unread) const;
     void placeEditor(inputDataForm *editor);
     /// The folder that attachments of the record on the page go to; settled when first asked
     /// for, and then kept for the page.
@@ -399,9 +413,6 @@ private:
     // Sub-tables
     /// The table that SQLite takes for this name: one that exists may differ in letter case.
     QString existingTable(const QString &name, QString *error = nullptr) const;
-    /// The detail table with this name, made safe; or one that another program has made under the
-    /// name as it is.
-    QString detailTable(const QString &listName, QString *error) const;
     /// Writes down which columns the sub-tables of one field get.
     void createSubTableConfig(const QString &table, const QString &column,
                               const ColumnDefinitions &columns);
@@ -412,10 +423,12 @@ private:
 
     // Links
     void connectLinks();
+    /// From now on "Indietro" leads to the record that is shown.
+    void rememberWayBack();
     void enterTable(const QString &listName);
     /// The table that a press of "Trova" means: the one of this name, or the one that the field
     /// of the record shown with this value leads to; empty when there is none.
-    QString linkedTable(const QString &nameOrValue) const;
+    QString linkedTable(const QString &nameOrValue, QString *error) const;
     /// Hides the way back when its table is gone.
     void checkWayBack();
 
@@ -439,12 +452,15 @@ private:
     /// False, after the reason was shown, when the table cannot be read.
     bool refreshFilterPage();
     /// Reads the choices of links and references; done when the page is first shown, because
-    /// most tables are left before.
+    /// most tables are left before. Those that cannot be read are tried again with the next
+    /// showing.
     void fillFilterChoices();
     /// Shows the Id's condition in the advanced mode, hides it otherwise.
     void showSystemConditions();
     /// Builds the page anew with these conditions, which then are those last switched on.
     void restoreConditions(const QVector<Filters::Setting> &settings);
+    /// The same on the page that is there.
+    void setConditions(const QVector<Filters::Setting> &settings);
     /// Puts the page into the state in which a person meets it.
     void prepareFilterPage();
     /// Says once of each condition whose number cannot be read that it counts as 0.
@@ -452,20 +468,18 @@ private:
     QVector<Filters::Setting> filterSettings() const;
     /// Those of filterSettings() that take part.
     QVector<Filters::Setting> conditionsInForce() const;
-    /// The conditions, ready for a walk over `table`.
-    Filters::Predicate filterPredicate(const QString &table) const;
+    /// The conditions, ready for a walk over a table with these columns.
+    Filters::Predicate filterPredicate(const QStringList &columns) const;
+    /// Whether the record passes the conditions. One that cannot be read now does: it is stepped
+    /// to, and its page tells why.
     bool passesFilter(const QString &table, int id) const;
     /// Sets the conditions of a saved filter; false, after the reason was shown, when they cannot
     /// be read.
     bool readSavedFilter(const QString &filterName);
     bool saveConditions(const QString &filterName);
-    /// Removes the rows of "filters" that `concerned` picks by filter name and table.
-    void
-    removeFilters(const std::function<bool(const QString &name, const QString &table)> &concerned);
-    /// Removes the saved filters of a table that goes.
-    void removeFiltersOfTable(const QString &table);
-    /// Removes a saved filter after asking; what it shows goes too while it is in force.
-    void deleteSavedFilter(const QString &filterName);
+    /// Removes a saved filter after asking; what it shows goes too while it is in force. The name
+    /// is a copy: that of the filter in force is emptied on the way.
+    void deleteSavedFilter(QString filterName);
 
     // Calculator
     void setCalculatorTexts();
@@ -578,6 +592,10 @@ private:
     QMap<QString, int> listIdMap;
     QStringList listLines;
     QVector<int> lineIds;
+    /// The list could not be read, or not to its end.
+    bool listIsUnread = false;
+    /// The record that would have been shown then; 0 for none.
+    int unreadId = 0;
     QVector<int> searchResults;
     int searchIndex = 0;
 

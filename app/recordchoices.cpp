@@ -9,10 +9,23 @@
 #include "model/values.h"
 #include "storage/RowPass.h"
 
+namespace
+{
+
+void tell(const RowPass &rows, QString *error)
+{
+    if (!rows.unreadable().isEmpty()) {
+        *error = rows.unreadable();
+    }
+}
+
+} // namespace
+
 namespace RecordChoices
 {
 
-QVector<QPair<int, QString>> idsAndTitles(const QString &table, const QStringList &columns)
+QVector<QPair<int, QString>> idsAndTitles(const QString &table, const QStringList &columns,
+                                          QString *error)
 {
     QVector<QPair<int, QString>> choices;
     RowPass rows(table, columns.mid(0, 2));
@@ -21,22 +34,30 @@ QVector<QPair<int, QString>> idsAndTitles(const QString &table, const QStringLis
         choices.append({Values::recordId(id),
                         RecordLines::idAndTitle(id.toLongLong(), rows.value(1).toString())});
     }
+    tell(rows, error);
     return choices;
 }
 
-QVector<QPair<int, QString>> fieldValues(const Columns::Reference &reference)
+QVector<QPair<int, QString>> fieldValues(const Columns::Reference &reference, QString *error)
 {
     QVector<QPair<int, QString>> choices;
     RowPass rows(reference.table, {Markers::IdColumn, reference.field});
     while (rows.next()) {
         choices.append({Values::recordId(rows.value(0)), rows.value(1).toString()});
     }
+    tell(rows, error);
     return choices;
 }
 
-QStringList linkLines(const QString &table, const QStringList &columns)
+QStringList linkLines(const QString &table, const QStringList &columns, QString *error)
 {
+    if (columns.isEmpty()) {
+        return {};
+    }
     const RecordListContent content = RecordListContent::read(table, columns, {[](int) {}, [] {}});
+    if (!content.error.isEmpty()) {
+        *error = content.error;
+    }
     QStringList lines;
     lines.reserve(content.lines.size());
     for (int row = 0; row < content.lines.size(); ++row) {

@@ -85,8 +85,9 @@ void RecordImport::addEachPlainly()
 {
     int failuresInARow = 0;
     for (int i = 0; i < batch.size() && !stopped; ++i) {
-        failuresInARow = addPlainly(batch.at(i).values) ? 0 : failuresInARow + 1;
-        stopped = failuresInARow == MostFailures;
+        const Outcome outcome = addPlainly(batch.at(i).values);
+        failuresInARow = outcome == Outcome::Kept ? 0 : failuresInARow + 1;
+        stopped = failuresInARow == MostFailures || outcome == Outcome::Unreadable;
     }
 }
 

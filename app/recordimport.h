@@ -20,8 +20,13 @@ class DataBase;
 class RecordImport
 {
 public:
-    /// Adds one record the plain way, with its messages; false when it could not be added.
-    using AddPlainly = std::function<bool(const FieldPairs &)>;
+    enum class Outcome {
+        Kept,      ///< the table has the record now
+        Refused,   ///< it could not be added
+        Unreadable ///< the table could not even be looked at, so nothing can be added
+    };
+    /// Adds one record the plain way, with its messages.
+    using AddPlainly = std::function<Outcome(const FieldPairs &)>;
 
     /// For a table with these columns, which every record names all, in their order.
     RecordImport(DataBase &db, const QString &table, const QStringList &columns,
@@ -32,7 +37,8 @@ public:
     void add(const FieldPairs &record);
     /// Writes the records that no full batch holds yet.
     void finish();
-    /// True once several records in a row could not be added: the others would not be either.
+    /// True once several records in a row could not be added, or the table could not be looked at:
+    /// the others would not be added either.
     bool hasStopped() const { return stopped; }
 
 private:

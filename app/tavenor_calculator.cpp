@@ -68,7 +68,8 @@ void Tavenor::changeToCalcPage()
         return;
     }
     clearCalculator();
-    const QStringList columns = db->fieldNames(currentTable);
+    QString error;
+    const QStringList columns = db->fieldNames(currentTable, &error);
     for (const QString &column : columns) {
         if (Calculator::isSummed(column)) {
             addCalcForm(column);
@@ -80,7 +81,7 @@ void Tavenor::changeToCalcPage()
         return;
     }
     if (columns.isEmpty()) {
-        warnUnreadable(currentTable, RowPass(currentTable).error());
+        warnUnreadable(currentTable, error.isEmpty() ? RowPass(currentTable).error() : error);
         return;
     }
     calcResult();

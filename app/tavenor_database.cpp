@@ -77,7 +77,12 @@ bool Tavenor::prepareDataFolders(const QString &path)
         QDir().mkdir(docFolder);
         QDir().mkdir(dataFolder);
     }
-    allTables = db->tables();
+    QString error;
+    allTables = db->tables(&error);
+    if (!error.isEmpty()) {
+        // It would pass for a database without tables.
+        warn(QStringLiteral("ERRORE: Impossibile aprire il Db!"));
+    }
     return true;
 }
 

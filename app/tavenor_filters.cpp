@@ -219,7 +219,8 @@ bool Tavenor::refreshFilterPage()
         shown.append(widget->columnName());
     }
     if (shown != offered) {
-        restoreConditions(activeFilters);
+        buildFilterPage(offered);
+        setConditions(activeFilters);
     }
     return true;
 }
@@ -229,19 +230,33 @@ void Tavenor::fillFilterChoices()
     if (hasFilterChoices) {
         return;
     }
-    hasFilterChoices = true;
+    UnreadTable unread;
     for (inputDataForm *const widget : qAsConst(filterWidgets)) {
         const QString column = widget->columnName();
         const Filters::Setting kept = widget->setting();
         if (column.contains(Markers::Reference) && Columns::isReference(column)) {
-            widget->setChoices(RecordChoices::fieldValues(Columns::reference(column)));
+            const Columns::Reference reference = Columns::reference(column);
+            const auto choices = RecordChoices::fieldValues(reference, &unread.reason);
+            if (!unread.reason.isEmpty()) {
+                unread.table = reference.table;
+                break;
+            }
+            widget->setChoices(choices);
         } else if (Formats::kindOf(Columns::formatWord(column)) == Formats::Kind::Link) {
-            const QString table = Columns::linkTarget(column);
-            widget->setLinkChoices(RecordChoices::linkLines(table, db->fieldNames(table)));
+            const QStringList choices = linkChoices(column, &unread);
+            if (!unread.reason.isEmpty()) {
+                break;
+            }
+            widget->setLinkChoices(choices);
         } else {
             continue;
         }
         widget->setSetting(kept);
+    }
+    hasFilterChoices = unread.reason.isEmpty();
+    if (!hasFilterChoices) {
+        // The rest is read when the page is opened again.
+        warnUnreadable(unread.table, unread.reason);
     }
 }
 
@@ -255,13 +270,18 @@ void Tavenor::showSystemConditions()
 
 void Tavenor::restoreConditions(const QVector<Filters::Setting> &settings)
 {
-    const QVector<Filters::Setting> kept = settings;
     QString error;
     const QStringList columns = db->fieldNames(currentTable, &error);
     // The page of a table that cannot be read now stays; without it the conditions would be lost.
     if (error.isEmpty()) {
         buildFilterPage(columns);
     }
+    setConditions(settings);
+}
+
+void Tavenor::setConditions(const QVector<Filters::Setting> &settings)
+{
+    const QVector<Filters::Setting> kept = settings;
     for (const Filters::Setting &setting : kept) {
         for (inputDataForm *const widget : qAsConst(filterWidgets)) {
             if (widget->columnName() == setting.column) {
@@ -291,7 +311,7 @@ QVector<Filters::Setting> Tavenor::conditionsInForce() const
     return settings;
 }
 
-Filters::Predicate Tavenor::filterPredicate(const QString &table) const
+Filters::Predicate Tavenor::filterPredicate(const QStringList &columns) const
 {
     QVector<Filters::Joined> conditions;
     for (const inputDataForm *const widget : filterWidgets) {
@@ -301,18 +321,21 @@ Filters::Predicate Tavenor::filterPredicate(const QString &table) const
                                Filters::isAnd(widget->joiningWord())});
         }
     }
-    return conditions.isEmpty() ? Filters::Predicate()
-                                : Filters::Predicate(db->fieldNames(table), conditions);
+    return conditions.isEmpty() ? Filters::Predicate() : Filters::Predicate(columns, conditions);
 }
 
 bool Tavenor::passesFilter(const QString &table, int id) const
 {
-    const Filters::Predicate predicate = filterPredicate(table);
+    if (conditionsInForce().isEmpty()) {
+        return true;
+    }
+    QString error;
+    const Filters::Predicate predicate = filterPredicate(db->fieldNames(table, &error));
     if (predicate.isEmpty()) {
         return true;
     }
-    const QSqlRecord record = db->recordById(table, id);
-    return predicate.passes([&record, &predicate](int position) {
+    const QSqlRecord record = db->recordById(table, id, &error);
+    return !error.isEmpty() || predicate.passes([&record, &predicate](int position) {
         return DataBase::recordValue(record, predicate.columns().at(position));
     });
 }
@@ -481,10 +504,15 @@ void Tavenor::changeTableAndFilter(QString table, QString filterName)
                                Names::tableDisplayName(table).toUtf8().constData()));
         return;
     }
+    const QStringList columns = db->fieldNames(table, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(table, error);
+        return;
+    }
     showTableHead(table);
     currentTable = table;
     markCurrentTable();
-    buildFilterPage(db->fieldNames(table));
+    buildFilterPage(columns);
     const bool isRead = readSavedFilter(filterName);
     setActiveFilterName(isRead ? filterName : QString());
     showLed(isRead);
@@ -538,7 +566,7 @@ void Tavenor::deleteFilter()
     deleteSavedFilter(activeFilterName);
 }
 
-void Tavenor::deleteSavedFilter(const QString &filterName)
+void Tavenor::deleteSavedFilter(QString filterName)
 {
     if (!confirm(QString::asprintf("Eliminare %s?", filterName.toUtf8().constData()))) {
         return;
@@ -557,27 +585,14 @@ void Tavenor::deleteSavedFilter(const QString &filterName)
 
 void Tavenor::removeSavedFilter(QString filterName)
 {
-    removeFilters(
-        [&filterName](const QString &name, const QString &) { return isRowOf(filterName, name); });
-}
-
-void Tavenor::removeFiltersOfTable(const QString &table)
-{
-    removeFilters([&table](const QString &, const QString &ofTable) { return ofTable == table; });
-}
-
-void Tavenor::removeFilters(
-    const std::function<bool(const QString &name, const QString &table)> &concerned)
-{
     QVector<int> ids;
-    QStringList names;
-    RowPass rows(Markers::FiltersTable, {Markers::IdColumn, ReservedTables::Filters::Name,
-                                         ReservedTables::Filters::TableName});
+    bool isThere = false;
+    RowPass rows(Markers::FiltersTable, {Markers::IdColumn, ReservedTables::Filters::Name});
     while (rows.next()) {
         const QString name = rows.value(1).toString();
-        if (concerned(name, rows.value(2).toString())) {
+        if (isRowOf(filterName, name)) {
             ids.append(Values::recordId(rows.value(0)));
-            names.append(name);
+            isThere = isThere || name == filterName;
         }
     }
     if (!rows.unreadable().isEmpty()) {
@@ -585,11 +600,7 @@ void Tavenor::removeFilters(
         return;
     }
     db->inOneStep([this, &ids] { return db->deleteRecords(Markers::FiltersTable, ids); });
-    if (db->isQuiet()) {
-        // Part of a larger step that may still be undone; who runs it shows what came of it.
-        return;
-    }
-    if (names.contains(activeFilterName)) {
+    if (isThere && filterName == activeFilterName) {
         setActiveFilterName(QString());
     }
     rebuildFilterButtons();

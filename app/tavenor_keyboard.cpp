@@ -146,7 +146,9 @@ void Tavenor::focusSearch()
 
 void Tavenor::reload()
 {
+    const int wanted = currentId == 0 ? unreadId : currentId;
     loadUserList(currentTable);
+    currentId = wanted;
     showCurrentRecord();
 }
 

@@ -30,11 +30,16 @@ void Tavenor::connectLinks()
     ui->pbReturn->hide();
 }
 
-void Tavenor::enterTable(const QString &listName)
+void Tavenor::rememberWayBack()
 {
     ui->pbReturn->show();
     previousTable = currentTable;
     previousId = currentId;
+}
+
+void Tavenor::enterTable(const QString &listName)
+{
+    rememberWayBack();
     showTableHead(listName);
     currentTable = listName;
 }
@@ -49,18 +54,19 @@ void Tavenor::checkWayBack()
 
 void Tavenor::goToRequest(QString listName, int Id)
 {
-    enterTable(listName);
+    rememberWayBack();
     showRecordOf(listName, Id);
 }
 
-QString Tavenor::linkedTable(const QString &nameOrValue) const
+QString Tavenor::linkedTable(const QString &nameOrValue, QString *error) const
 {
-    if (db->tableExists(nameOrValue)) {
+    const QStringList tables = db->tables(error);
+    if (tables.contains(nameOrValue)) {
         return nameOrValue;
     }
     for (const QPair<QString, QString> &field : linkFields) {
         if (field.first == nameOrValue) {
-            return db->tableExists(field.second) ? field.second : QString();
+            return tables.contains(field.second) ? field.second : QString();
         }
     }
     return QString();
@@ -68,7 +74,12 @@ QString Tavenor::linkedTable(const QString &nameOrValue) const
 
 void Tavenor::callFilter(QString listName, int Id)
 {
-    const QString table = linkedTable(listName);
+    QString error;
+    const QString table = linkedTable(listName, &error);
+    if (!error.isEmpty()) {
+        warnUnreadable(currentTable, error);
+        return;
+    }
     if (table.isEmpty()) {
         return;
     }

@@ -119,14 +119,10 @@ void Tavenor::deleteAll()
     const Progress progress(*this, QStringLiteral("Eliminazione in corso"), QString());
     const QStringList names = tablesNow();
     const QString shown = currentTable;
-    if (!db->inOneStep([this, &names] { return removeTables(names); })) {
+    QStringList left;
+    if (!db->inOneStep([&] { return removeTables(names, &left); })) {
         currentTable = shown;
         return;
-    }
-    QString error;
-    QStringList left = db->tables(&error);
-    if (!error.isEmpty()) {
-        left = allTables;
     }
     allTables.clear();
     // A table that could not be removed keeps its place.
@@ -140,18 +136,20 @@ void Tavenor::deleteAll()
     showNoTable();
 }
 
-bool Tavenor::removeTables(const QStringList &names)
+bool Tavenor::removeTables(const QStringList &names, QStringList *left)
 {
-    bool removed = false;
+    left->clear();
     for (int i = 0; i < names.size(); ++i) {
         currentTable = names.at(i);
         progressForm->setProgressText(currentTable);
-        removed = removeCurrentTable(true) || removed;
+        if (!removeCurrentTable(true)) {
+            left->append(currentTable);
+        }
         updateProgress(i, names.size());
     }
     progressForm->setProgressText(QStringLiteral("Elaborazione"));
     createSettingsTable();
     createFiltersTable();
     createSubTablesConfigsTable();
-    return removed;
+    return left->size() < names.size();
 }

@@ -28,7 +28,8 @@ public:
     explicit ReadableValues(const QStringList &columns)
     {
         for (const QString &column : columns) {
-            const bool refers = Columns::isReference(column);
+            // Once one is known to fail, others would only be waited for.
+            const bool refers = Columns::isReference(column) && !failed();
             references.append(refers);
             texts.append(refers ? ReferenceTexts::read(Columns::reference(column))
                                 : ReferenceTexts());
@@ -85,6 +86,10 @@ void Tavenor::exportToFileHumanReading()
     writeRecords(askReadableFile(), {Title, Text + table}, [&](QTextStream &stream) {
         const QStringList columns = db->fieldNames(table);
         const ReadableValues values(columns);
+        if (columns.isEmpty() || values.failed()) {
+            // A file of empty lines must not take the place of an older one.
+            return false;
+        }
         const qint64 total = qint64(columns.size()) * RowPass::count(table);
         ReadableText::Writer writer(stream, columns);
         RowPass rows(table);
@@ -95,7 +100,7 @@ void Tavenor::exportToFileHumanReading()
             }
             writer.endRecord();
         }
-        return !rows.failed() && !values.failed();
+        return !rows.failed();
     });
 }
 
@@ -103,6 +108,10 @@ void Tavenor::exportingSingleToFileHumanReading(QString fileName, QString select
 {
     writeRecords(fileName, {Title, Text + selectedTable}, [&](QTextStream &stream) {
         const QStringList columns = db->fieldNames(selectedTable);
+        if (columns.isEmpty()) {
+            // A file of empty lines must not take the place of an older one.
+            return false;
+        }
         const qint64 total = qint64(columns.size()) * RowPass::count(selectedTable);
         ReadableText::Writer writer(stream, columns);
         RowPass rows(selectedTable, Id);

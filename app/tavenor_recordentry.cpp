@@ -85,7 +85,8 @@ bool Tavenor::buildInputPage(int id)
 {
     QString error;
     const QStringList columns = db->fieldNames(currentTable, &error);
-    const QSqlRecord record = editing ? db->recordById(currentTable, id, &error) : QSqlRecord();
+    const bool readsRecord = editing && error.isEmpty();
+    const QSqlRecord record = readsRecord ? db->recordById(currentTable, id, &error) : QSqlRecord();
     // Where the attachment folder is what a new record is known by, each gets one of its own.
     const bool needsOwnName = !editing && columns.value(1) == Markers::UserPathColumn;
     const int ownName = needsOwnName ? db->maxId(currentTable, &error) + 1 : 0;
@@ -98,13 +99,18 @@ bool Tavenor::buildInputPage(int id)
     const QString folder = DataBase::recordValue(record, Markers::UserPathColumn).toString();
     attachmentFolder = folder == QLatin1String("0") ? QString() : folder;
     folderIsNew = false;
+    UnreadTable unread;
     for (int i = 0; i < columns.size(); ++i) {
         const QVariant value = i == 1 && needsOwnName
                                    ? QVariant(QString::number(ownName))
                                    : DataBase::recordValue(record, columns.at(i));
-        placeEditor(makeEditor(columns.at(i), value));
+        placeEditor(makeEditor(columns.at(i), value, &unread));
     }
     alignLabels(inputWidgets);
+    if (!unread.reason.isEmpty()) {
+        // Without its choices a field keeps what it holds; all others can be filled in.
+        warnUnreadable(unread.table, unread.reason);
+    }
     return true;
 }
 
@@ -114,7 +120,8 @@ void Tavenor::clearInputPage()
     setTyped(false);
 }
 
-inputDataForm *Tavenor::makeEditor(const QString &column, const QVariant &value)
+inputDataForm *Tavenor::makeEditor(const QString &column, const QVariant &value,
+                                   UnreadTable *unread)
 {
     auto *const editor = new inputDataForm;
     inputWidgets.append(editor);
@@ -122,28 +129,49 @@ inputDataForm *Tavenor::makeEditor(const QString &column, const QVariant &value)
     editor->setColumnName(column);
     editor->setBasePath(databaseFolder);
     editor->setAttachmentFolderSource([this] { return entryFolder(); });
-    fillEditor(editor, value);
+    fillEditor(editor, value, unread);
     connect(editor, &inputDataForm::touched, this, [this] { setTyped(true); });
     return editor;
 }
 
-void Tavenor::fillEditor(inputDataForm *editor, const QVariant &value)
+void Tavenor::fillEditor(inputDataForm *editor, const QVariant &value, UnreadTable *unread)
 {
     const QString column = editor->columnName();
     if (Columns::isReference(column)) {
-        const QString table = Columns::reference(column).table;
-        editor->setChoices(RecordChoices::idsAndTitles(table, db->fieldNames(table)));
+        editor->setChoices(referenceChoices(column, unread));
         editor->setReferenceValue(value);
         editor->clearCondition();
         return;
     }
     const QString format = Columns::formatWord(column);
     if (Formats::kindOf(format) == Formats::Kind::Link) {
-        const QString table = Columns::linkTarget(column);
-        editor->setLinkChoices(RecordChoices::linkLines(table, db->fieldNames(table)));
+        editor->setLinkChoices(linkChoices(column, unread));
     }
     editor->setValue(format, value);
     editor->clearCondition();
+}
+
+QVector<QPair<int, QString>> Tavenor::referenceChoices(const QString &column,
+                                                       UnreadTable *unread) const
+{
+    if (!unread->reason.isEmpty()) {
+        return {};
+    }
+    unread->table = Columns::reference(column).table;
+    const QStringList columns = db->fieldNames(unread->table, &unread->reason);
+    return unread->reason.isEmpty()
+               ? RecordChoices::idsAndTitles(unread->table, columns, &unread->reason)
+               : QVector<QPair<int, QString>>();
+}
+
+QStringList Tavenor::linkChoices(const QString &column, UnreadTable *unread) const
+{
+    if (!unread->reason.isEmpty()) {
+        return {};
+    }
+    unread->table = Columns::linkTarget(column);
+    const QStringList columns = db->fieldNames(unread->table, &unread->reason);
+    return RecordChoices::linkLines(unread->table, columns, &unread->reason);
 }
 
 void Tavenor::placeEditor(inputDataForm *editor)

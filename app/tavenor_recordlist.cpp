@@ -73,13 +73,19 @@ void Tavenor::loadUserList(const QString &table)
         ui->lbViewInfo->setText(RecordLines::Empty);
     }
     ui->lbToolbar->setText(RecordLines::countText(listLines.size()));
-    explainEmptyList(true);
     // A list that is shorter than the table must not pass for the whole of it. A detail table that
     // could not be made has been reported already.
-    const bool exists = allTables.contains(table) || db->tableExists(table);
-    if (exists && !content.error.isEmpty()) {
+    listIsUnread = !content.error.isEmpty() && (allTables.contains(table) || mayBeThere(table));
+    explainEmptyList(!listIsUnread);
+    if (listIsUnread) {
         warnUnreadable(table, content.error);
     }
+}
+
+bool Tavenor::mayBeThere(const QString &table) const
+{
+    QString error;
+    return db->tableExists(table, &error) || !error.isEmpty();
 }
 
 void Tavenor::warnUnreadable(const QString &table, const QString &reason)
@@ -101,7 +107,7 @@ RecordListContent Tavenor::readRecordList(const QString &table)
     const int total = RowPass::count(table);
     const RecordListContent::Steps steps = {
         [this, total](int done) { updateProgress(done, total); }, [this] { keepPainting(); }};
-    content = RecordListContent::read(table, columns, steps, filterPredicate(table));
+    content = RecordListContent::read(table, columns, steps, filterPredicate(columns));
     if (ui->pbSort->isChecked()) {
         content.sort(steps);
     }
@@ -158,6 +164,8 @@ void Tavenor::clearRecordList()
     listIdMap.clear();
     listLines.clear();
     lineIds.clear();
+    listIsUnread = false;
+    unreadId = 0;
     // Matches found in lines that are gone lead nowhere.
     searchResults.clear();
     ui->userSearchEdit->setNoMatch(QString());
@@ -197,8 +205,13 @@ void Tavenor::showRecordOf(const QString &table, int id)
 {
     listTable(table);
     currentRow = 0;
-    selectRow(0);
     currentId = id;
+    if (listIsUnread) {
+        // The record could not be read either.
+        showCurrentRecord();
+        return;
+    }
+    selectRow(0);
     vwRecord(id);
 }
 
@@ -206,6 +219,7 @@ void Tavenor::showFirstRecord()
 {
     currentRow = 0;
     if (listLines.isEmpty()) {
+        currentId = 0;
         showCurrentRecord();
         return;
     }

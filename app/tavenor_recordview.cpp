@@ -73,6 +73,8 @@ void Tavenor::vwRecord(int id)
 void Tavenor::showCurrentRecord()
 {
     if (listLines.isEmpty()) {
+        // What is not shown must not be edited or deleted.
+        unreadId = listIsUnread ? currentId : 0;
         currentId = 0;
         clearRecordView();
     } else {
@@ -122,22 +124,24 @@ void Tavenor::clearRecordView()
 void Tavenor::buildRecordView(int id, const QString &table)
 {
     clearRecordView();
-    const QStringList columns = db->fieldNames(table);
     QString error;
-    const QSqlRecord record = db->recordById(table, id, &error);
+    const QStringList columns = db->fieldNames(table, &error);
+    const QSqlRecord record = error.isEmpty() ? db->recordById(table, id, &error) : QSqlRecord();
     if (!error.isEmpty()) {
         // A link that was not read must not pass for an empty one, which is filled.
         warnUnreadable(table, error);
         return;
     }
     const QString title = DataBase::recordValue(record, columns.value(1)).toString();
+    UnreadTable unread;
     for (const QString &column : columns) {
         const QVariant stored = DataBase::recordValue(record, column);
         outputDataForm *form = nullptr;
         if (Columns::isReference(column)) {
-            form = makeReference(column, stored);
+            form = makeReference(column, stored, &unread);
         } else if (containsFormat(column, Formats::Link)) {
-            form = makeLink(column, linkValueOf(id, column, stored));
+            const QVariant value = linkValueOf(id, column, stored, &unread);
+            form = makeLink(column, value, &unread);
         } else {
             form = makeField(column, stored);
         }
@@ -148,6 +152,10 @@ void Tavenor::buildRecordView(int id, const QString &table)
         }
     }
     showFields();
+    if (!unread.reason.isEmpty()) {
+        // A field that is missing on the page must not pass for an empty one.
+        warnUnreadable(unread.table, unread.reason);
+    }
 }
 
 void Tavenor::showFields()
@@ -176,12 +184,19 @@ void Tavenor::orderRecordView()
     }
 }
 
-outputDataForm *Tavenor::makeReference(const QString &column, const QVariant &stored)
+outputDataForm *Tavenor::makeReference(const QString &column, const QVariant &stored,
+                                       UnreadTable *unread)
 {
+    if (!unread->reason.isEmpty()) {
+        // It would only be waited for once more.
+        return nullptr;
+    }
     const Columns::Reference reference = Columns::reference(column);
     const int linkedId = Values::wholePart(stored);
-    outputDataForm *const form =
-        makeField(column, db->fieldValueById(reference.table, linkedId, reference.field));
+    const QVariant value =
+        db->fieldValueById(reference.table, linkedId, reference.field, &unread->reason);
+    unread->table = reference.table;
+    outputDataForm *const form = makeField(column, value);
     if (form != nullptr) {
         form->setLinkTarget(reference.table, linkedId);
         form->setXViewVisible(db->fieldNames(reference.table).size() > ColumnsOfATitleList);
@@ -189,15 +204,18 @@ outputDataForm *Tavenor::makeReference(const QString &column, const QVariant &st
     return form;
 }
 
-QVariant Tavenor::linkValueOf(int id, const QString &column, const QVariant &stored)
+QVariant Tavenor::linkValueOf(int id, const QString &column, const QVariant &stored,
+                              UnreadTable *unread)
 {
     const QString text = stored.toString();
     const bool unfilled = text.isEmpty() || text == QLatin1String("0");
-    if (!unfilled || !db->idExists(currentTable, id)) {
+    if (!unfilled || !unread->reason.isEmpty() ||
+        !db->idExists(currentTable, id, &unread->reason)) {
         return stored;
     }
     const QString target = Columns::linkTarget(column);
-    if (!db->tableExists(target)) {
+    unread->table = target;
+    if (!db->tableExists(target, &unread->reason)) {
         return QVariant();
     }
     // A table of another program may have a name that no statement can write to.
@@ -208,23 +226,25 @@ QVariant Tavenor::linkValueOf(int id, const QString &column, const QVariant &sto
     return target;
 }
 
-outputDataForm *Tavenor::makeLink(const QString &column, const QVariant &value)
+outputDataForm *Tavenor::makeLink(const QString &column, const QVariant &value, UnreadTable *unread)
 {
     const QString target = Columns::linkTarget(column);
     const QString text = value.toString();
     linkFields.append({text, target});
     outputDataForm *const form = makeField(column, value);
-    if (form == nullptr) {
-        return nullptr;
+    if (form == nullptr || !unread->reason.isEmpty()) {
+        return form;
     }
     const int linkedId = text.section(QLatin1Char(' '), 0, 0).toInt();
     const bool leadsToRecord = text.contains(QLatin1Char(' ')) && linkedId > 0 &&
-                               db->tableExists(target) && db->idExists(target, linkedId);
+                               db->tableExists(target, &unread->reason) &&
+                               db->idExists(target, linkedId, &unread->reason);
+    unread->table = target;
     if (leadsToRecord) {
         form->setLinkTarget(target, linkedId);
         form->setXViewVisible(true);
     }
-    if (linkedTable(text).isEmpty()) {
+    if (linkedTable(text, &unread->reason).isEmpty() && unread->reason.isEmpty()) {
         // There is nothing to go to; what is stored can still be read.
         form->setValue(Names::formatWord(Formats::String), value);
     }

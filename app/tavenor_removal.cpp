@@ -8,6 +8,7 @@
 #include "model/markers.h"
 #include "model/names.h"
 #include "model/recordlines.h"
+#include "model/sqlnames.h"
 #include "model/subtables.h"
 #include "model/values.h"
 #include "storage/RowPass.h"
@@ -18,6 +19,7 @@
 #include "widgets/ownedwidgets.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace
 {
@@ -35,17 +37,27 @@ void retireWhere(QLayout *layout, QList<ListButtonForm *> &buttons, const Meant 
     retireWidgets(layout, gone);
 }
 
+using Wanted = std::function<bool(const QString &)>;
+
+// Rows of one of the program's own tables.
+struct OwnRows {
+    QString table;
+    QVector<int> ids;
+};
+
 // The Ids of the rows whose text in this column is wanted; `error` gets the driver's text when not
-// all of them could be read.
-template<typename Wanted>
+// all of them could be read, and nothing is read where it has one already.
 QVector<int> idsOfRows(const QString &table, const QString &column, QString *error,
                        const Wanted &wanted)
 {
     QVector<int> ids;
+    if (!error->isEmpty()) {
+        return ids;
+    }
     RowPass rows(table, {Markers::IdColumn, column});
     while (rows.next()) {
         const int id = Values::recordId(rows.value(0));
-        if (id > 0 && wanted(rows.value(1).toString())) {
+        if (id != 0 && wanted(rows.value(1).toString())) {
             ids.append(id);
         }
     }
@@ -78,22 +90,22 @@ bool Tavenor::dropWithItsRows(const QString &table)
     // The columns tell of the configurations only while the table is there.
     QString error;
     const QStringList bases = configurationsOf(table, &error);
-    if (!error.isEmpty()) {
-        // Some of it would stay behind, or that of another table would go.
-        warn(SchemaMessages::dropFailed(table, error));
-        return false;
-    }
     const auto belongs = [&bases](const QString &name) {
         return std::any_of(bases.begin(), bases.end(), [&name](const QString &base) {
             return SubTables::belongsToConfiguration(name, base);
         });
     };
-    const QVector<int> configurations = idsOfRows(
-        Markers::SubTablesConfigsTable, ReservedTables::SubTablesConfigs::Name, &error, belongs);
-    const QVector<int> settings =
-        idsOfRows(Markers::SettingsTable, ReservedTables::Settings::TableName, &error,
-                  [&table](const QString &name) { return name == table; });
+    const auto isNamed = [&table](const QString &name) { return name == table; };
+    const auto rowsOf = [&error](const QString &own, const QString &column, const Wanted &wanted) {
+        return OwnRows{own, idsOfRows(own, column, &error, wanted)};
+    };
+    const OwnRows all[] = {
+        rowsOf(Markers::SubTablesConfigsTable, ReservedTables::SubTablesConfigs::Name, belongs),
+        rowsOf(Markers::SettingsTable, ReservedTables::Settings::TableName, isNamed),
+        rowsOf(Markers::FiltersTable, ReservedTables::Filters::TableName, isNamed),
+    };
     if (!error.isEmpty()) {
+        // Some of it would stay behind, or that of another table would go.
         warn(SchemaMessages::dropFailed(table, error));
         return false;
     }
@@ -101,9 +113,12 @@ bool Tavenor::dropWithItsRows(const QString &table)
     if (!db->dropTable(table)) {
         return false;
     }
-    db->deleteRecords(Markers::SubTablesConfigsTable, configurations);
-    db->deleteRecords(Markers::SettingsTable, settings);
-    removeFiltersOfTable(table);
+    for (const OwnRows &rows : all) {
+        // The program's own table may be the one that is gone.
+        if (!SqlNames::isSameName(rows.table, table)) {
+            db->deleteRecords(rows.table, rows.ids);
+        }
+    }
     return true;
 }
 
@@ -122,8 +137,9 @@ QStringList Tavenor::configurationsOf(const QString &table, QString *error) cons
     }
     const QString shortName = table.section(Markers::HiddenTable, 1);
     const bool hasShortName = table.contains(Markers::HiddenTable) && !others.contains(shortName);
+    const QStringList columns = db->fieldNames(table, error);
     QStringList bases;
-    for (const QString &column : db->fieldNames(table, error)) {
+    for (const QString &column : columns) {
         if (!column.contains(Formats::SubTable) || Columns::isReference(column)) {
             continue;
         }
@@ -134,7 +150,10 @@ QStringList Tavenor::configurationsOf(const QString &table, QString *error) cons
     }
     // "Soci" with a field "Note_Prestiti" and "Soci_Note" with a field "Prestiti" share one.
     for (const QString &other : others) {
-        if (bases.isEmpty() || other == table) {
+        if (bases.isEmpty() || !error->isEmpty()) {
+            break;
+        }
+        if (other == table) {
             continue;
         }
         for (const QString &column : db->fieldNames(other, error)) {

@@ -16,11 +16,37 @@
 
 #include <algorithm>
 
+namespace
+{
+
+// Of `tables` the one that SQLite takes for this name, which may differ in letter case; the name
+// itself when there is none.
+QString tableLike(const QString &name, const QStringList &tables)
+{
+    const auto same = std::find_if(tables.begin(), tables.end(), [&name](const QString &table) {
+        return SqlNames::isSameName(table, name);
+    });
+    return same == tables.end() ? name : *same;
+}
+
+// The detail table with this name, made safe; or one that another program has made under the name
+// as it is.
+QString detailTable(const QString &listName, const QStringList &tables)
+{
+    const QString safe = tableLike(SqlNames::madeSafe(listName), tables);
+    const QString asAsked = tableLike(listName, tables);
+    return !tables.contains(safe) && tables.contains(asAsked) ? asAsked : safe;
+}
+
+} // namespace
+
 void Tavenor::goToSubTableRequest(QString listName)
 {
     QString error;
-    const QString stored = detailTable(listName, &error);
-    const bool exists = db->tableExists(stored, &error);
+    const QStringList tables = db->tables(&error);
+    const QString stored = detailTable(listName, tables);
+    const bool exists = tables.contains(stored);
+    const int newest = exists ? db->maxId(stored, &error) : 0;
     if (!error.isEmpty()) {
         warnUnreadable(stored, error);
         return;
@@ -28,35 +54,19 @@ void Tavenor::goToSubTableRequest(QString listName)
     if (!exists && readOnly) {
         return;
     }
-    enterTable(stored);
+    rememberWayBack();
     if (!exists) {
         const SubTables::Parts parts = SubTables::parts(listName);
         // Deliberate: the flag is always N here, whatever the field's own.
         createSubTable(Markers::OptionalFlag + Names::joinName(Formats::SubTable, parts.label),
                        parts.name, parts.owner);
     }
-    showRecordOf(stored, db->maxId(stored));
+    showRecordOf(stored, newest);
 }
 
 QString Tavenor::existingTable(const QString &name, QString *error) const
 {
-    const QStringList tables = db->tables(error);
-    const auto same = std::find_if(tables.begin(), tables.end(), [&name](const QString &table) {
-        return SqlNames::isSameName(table, name);
-    });
-    return same == tables.end() ? name : *same;
-}
-
-QString Tavenor::detailTable(const QString &listName, QString *error) const
-{
-    const QString safe = existingTable(SqlNames::madeSafe(listName), error);
-    if (!db->tableExists(safe, error)) {
-        const QString asAsked = existingTable(listName, error);
-        if (db->tableExists(asAsked, error)) {
-            return asAsked;
-        }
-    }
-    return safe;
+    return tableLike(name, db->tables(error));
 }
 
 void Tavenor::createSubTableConfig(const QString &table, const QString &column,

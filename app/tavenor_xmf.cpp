@@ -136,6 +136,10 @@ void Tavenor::exportTable(const QString &fileName, const QString &tableName)
 {
     writeRecords(fileName, {ExportTitle, ExportTitle + tableName}, [&](QTextStream &stream) {
         const QStringList columns = db->fieldNames(tableName);
+        if (columns.isEmpty()) {
+            // A file of empty lines must not take the place of an older one.
+            return false;
+        }
         const qint64 total = qint64(columns.size()) * RowPass::count(tableName);
         XmfFile::Writer writer(stream, tableName, columns);
         RowPass rows(tableName);
@@ -154,6 +158,10 @@ void Tavenor::exportingSingleToFile(QString fileName, QString tableName, int Id)
 {
     writeRecords(fileName, {SingleExportTitle, ExportTitle + tableName}, [&](QTextStream &stream) {
         const QStringList columns = db->fieldNames(tableName);
+        if (columns.isEmpty()) {
+            // A file of empty lines must not take the place of an older one.
+            return false;
+        }
         // Deliberate: the total is that of the whole table, so the bar stays low.
         const qint64 total = qint64(columns.size()) * RowPass::count(tableName);
         XmfFile::Writer writer(stream, tableName, columns);
@@ -237,8 +245,16 @@ bool Tavenor::importRecords(XmfFile::Reader &reader, qint64 total)
         return true;
     }
     RecordImport import(*db, table, columns, [&](const FieldPairs &record) {
+        if (addRecord(table, record, true) > 0) {
+            return RecordImport::Outcome::Kept;
+        }
+        QString failure;
         // One that is there already has not failed.
-        return addRecord(table, record, true) > 0 || recordExists(table, record, true);
+        const bool isThere = recordExists(table, record, true, &failure);
+        if (!failure.isEmpty()) {
+            return RecordImport::Outcome::Unreadable;
+        }
+        return isThere ? RecordImport::Outcome::Kept : RecordImport::Outcome::Refused;
     });
     QStringList proven;
     bool fits = true;

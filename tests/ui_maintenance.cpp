@@ -226,6 +226,8 @@ private slots:
     void hiddenTables();
     void detailTableLeavesTheConfiguration();
     void removalOfReservedTable();
+    void removalOfTablesThatNameThemselves_data();
+    void removalOfTablesThatNameThemselves();
     void failedRemovalKeepsEverything();
     void failedRowsAreTold();
     void foreignNamesAreRefused_data();
@@ -712,6 +714,36 @@ void Maintenance::removalOfReservedTable()
     QVERIFY(!tablesInFile().contains(QStringLiteral("filters")));
     QCOMPARE(shop.filterButtons(), QStringList());
     QCOMPARE(idsOf(QStringLiteral("settings")).size(), 4);
+}
+
+void Maintenance::removalOfTablesThatNameThemselves_data()
+{
+    QTest::addColumn<QString>("table");
+    for (const QString &table : ReservedNames) {
+        QTest::newRow(qPrintable(table)) << table;
+    }
+}
+
+void Maintenance::removalOfTablesThatNameThemselves()
+{
+    QFETCH(QString, table);
+    QStringList statements = ShopTables;
+    for (const QString &own : ReservedNames) {
+        const int id = 10 + ReservedNames.indexOf(own);
+        statements.append(row(QStringLiteral("settings"),
+                              QStringLiteral("%1,'%2','DB_DATA/o.png'").arg(id).arg(own)));
+        statements.append(filterRow(id, QStringLiteral("Di ") + own, own));
+    }
+    OpenShop shop(statements);
+    shop.advancedMode();
+    // Without a complaint about rows that are gone with their table.
+    shop.remove(table);
+    QVERIFY(!tablesInFile().contains(table));
+    for (const QString &other : {QStringLiteral("settings"), QStringLiteral("filters")}) {
+        if (other != table) {
+            QCOMPARE(idsOf(other).size(), other == QLatin1String("settings") ? 6 : 7);
+        }
+    }
 }
 
 void Maintenance::failedRemovalKeepsEverything()
