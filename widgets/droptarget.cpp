@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDropEvent>
+#include <QWidget>
 
 bool DropTarget::isBlocked(const QWidget &widget)
 {
