@@ -258,7 +258,7 @@ void FaultsValues::typedValues()
     const Started program(oneColumn(column));
     const QWidget &window = *program.window;
     QStringList faults;
-    const QStringList values = chosenValues(4, format.size());
+    const QStringList values = chosenValues(2, format.size());
     for (int i = 0; i < values.size(); ++i) {
         const QString &value = values.at(i);
         const QStringList before = allRows(program);
@@ -334,7 +334,7 @@ void FaultsValues::importedValues()
     const Started program(oneColumn(column));
     QStringList faults;
     int id = 1000;
-    for (const QString &value : chosenValues(3, format.size() * 7)) {
+    for (const QString &value : chosenValues(2, format.size() * 7)) {
         ++id;
         const QStringList before = allRows(program);
         program.here.write(
@@ -365,7 +365,7 @@ void FaultsValues::importedValues()
 void FaultsValues::savingsWithoutChange()
 {
     Campaign::Row row(text("savings without a change of records of awkward values"));
-    const QStringList values = chosenValues(6, 3);
+    const QStringList values = chosenValues(5, 3);
     const Started program(everyColumn(values));
     const UrlCatcher catcher;
     const QWidget &window = *program.window;
@@ -378,7 +378,7 @@ void FaultsValues::savingsWithoutChange()
     }
     const QStringList before = allRows(program);
     const QByteArray file = program.here.read(program.database);
-    const int rounds = Campaign::cases(3, 10);
+    const int rounds = Campaign::cases(2, 10);
     for (int line = 0; line < lines.size(); ++line) {
         Window::selectLine(window, line);
         for (int round = 0; round < rounds; ++round) {

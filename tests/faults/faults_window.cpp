@@ -29,6 +29,12 @@ const QString Lock = QStringLiteral("lockDb.dat");
 constexpr const char *CopyFolder = "TAVENOR_MONKEY_FOLDER";
 
 constexpr int FewSteps = 200;
+// Long enough to be disturbed, also where everything takes several times as long.
+#ifdef __SANITIZE_ADDRESS__
+constexpr int FewRecords = 4000;
+#else
+constexpr int FewRecords = 10000;
+#endif
 constexpr int LifeLength = 30000; // of one life at full length, in milliseconds
 
 QString text(const char *utf8)
@@ -409,7 +415,7 @@ void FaultsWindow::disturbedOperations()
                       text(QTest::currentDataTag()));
     const Workspace here;
     here.write(text("casa/keep"), "");
-    here.sql(Database, library() + longTable(Campaign::cases(10000, 15000)));
+    here.sql(Database, library() + longTable(Campaign::cases(FewRecords, 15000)));
     here.remember(Database);
     Tavenor window;
     window.show();
