@@ -134,8 +134,9 @@ void Tavenor::setLook()
         panel->setAutoFillBackground(false);
     }
     // On wide screens what belongs together stays together.
-    for (QWidget *const page : {ui->datiContents, ui->newElementContents, ui->calcContents,
-                                static_cast<QWidget *>(ui->filterContents)}) {
+    for (QWidget *const page :
+         {ui->datiContents, ui->newElementContents, ui->calcContents,
+          static_cast<QWidget *>(ui->filterContents), static_cast<QWidget *>(ui->totalLine)}) {
         page->setMaximumWidth(FirstSize::WidestPage);
     }
 

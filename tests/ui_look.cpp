@@ -73,6 +73,7 @@ private slots:
     void aNewTableIsDesignedUnderNoOtherName();
     void theFirstConditionsWordIsPale();
     void aPanelThatIsOffHasTheWindowsGround();
+    void theRuleOverTheTotalEndsWithTheColumns();
 };
 
 void LookTest::firstSize_data()
@@ -326,6 +327,22 @@ void LookTest::aPanelThatIsOffHasTheWindowsGround()
     const QImage painted = window.grab().toImage();
     QCOMPARE(painted.pixelColor(panel->mapTo(&window, corner)),
              palette.color(QPalette::Active, QPalette::Window));
+}
+
+void LookTest::theRuleOverTheTotalEndsWithTheColumns()
+{
+    const Workspace here;
+    here.sql(Books, twoTables(ThreeBooks));
+    here.remember(Books);
+    Tavenor window;
+    window.resize(2560, 1440);
+    window.show();
+    Window::click(window, "pbCalc");
+    const auto *const columns = Window::get<QWidget>(window, "calcContents");
+    const auto *const rule = Window::get<QWidget>(window, "totalLine");
+    QTRY_VERIFY(rule->isVisible());
+    QTRY_COMPARE(rule->width(), columns->width());
+    QCOMPARE(rule->mapTo(&window, QPoint()).x(), columns->mapTo(&window, QPoint()).x());
 }
 
 void LookTest::theFirstConditionsWordIsPale()
