@@ -162,8 +162,14 @@ void Readable::unreadableTargets()
     QByteArray bytes = program.here.read(QStringLiteral("books.db"));
     bytes.replace((root - 1) * PageSize, PageSize, QByteArray(PageSize, '\xff'));
     program.here.write(QStringLiteral("books.db"), bytes);
-    program.window = std::make_unique<Tavenor>();
-    program.window->changeTable(QStringLiteral("libri"));
+    {
+        // The page of a record tells it too, where the reference is missing.
+        ModalResponder responder;
+        responder.answer(QMessageBox::Ok);
+        program.window = std::make_unique<Tavenor>();
+        QCOMPARE(responder.takeTexts().value(0).section(QLatin1Char('\n'), 0, 0),
+                 QStringLiteral("ERRORE: Impossibile leggere la tabella autori!"));
+    }
     program.here.write(Target, "older");
     for (const char *const action : {TableAction, RecordAction}) {
         ModalResponder responder;

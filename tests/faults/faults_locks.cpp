@@ -580,6 +580,7 @@ private slots:
     void lockThatGoesLeavesAllOrNothing();
     void lockOfAMomentIsToldOrHarmless_data();
     void lockOfAMomentIsToldOrHarmless();
+    void reloadComesBackToTheRecord();
     void cleanupTestCase();
 };
 
@@ -760,6 +761,33 @@ void Locks::lockOfAMomentIsToldOrHarmless()
             QVERIFY2(visible(program) == shownAfter, qPrintable(what));
         }
     }
+}
+
+void Locks::reloadComesBackToTheRecord()
+{
+    EntryPage::Started program(collection());
+    QVERIFY(program.show());
+    Window::pressTable(*program.window, QStringLiteral("libri"));
+    Window::selectLine(*program.window, 1);
+    QCOMPARE(Window::heading(*program.window), QStringLiteral("Zeno"));
+    LockHolder other(program.here.path(program.database));
+    other.tell(Exclusive);
+    const auto reload = [&program] {
+        // Without a window manager a box that is gone leaves no window active.
+        QApplication::setActiveWindow(program.window.get());
+        Window::get<QListWidget>(*program.window, "userListWidget")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+    };
+    for (int i = 0; i < 2; ++i) {
+        ModalResponder responder;
+        responder.answer(QMessageBox::Ok);
+        reload();
+        QCOMPARE(responder.takeTexts().size(), 1);
+        QCOMPARE(Window::labels(*program.window), QStringList());
+    }
+    other.tell(QStringLiteral("release"));
+    reload();
+    QCOMPARE(Window::heading(*program.window), QStringLiteral("Zeno"));
 }
 
 void Locks::cleanupTestCase()
