@@ -191,6 +191,7 @@ private:
     // Start and life of a database
     void setTexts();
     void setLook();
+    void fitSmallScreens();
     void connectDatabase();
     /// Opens `path` and makes its folders; false, with everything left as it was, when it
     /// cannot be opened. The empty path opens nothing.
