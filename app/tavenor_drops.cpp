@@ -12,12 +12,12 @@
 bool Tavenor::mayTake(const DroppedFiles &dropped) const
 {
     // A drag reaches windows that a dialog blocks for keys and clicks.
-    if (operationRunning || QApplication::activeModalWidget() != nullptr) {
+    if (operationRunning || isDesigned() || QApplication::activeModalWidget() != nullptr) {
         return false;
     }
     switch (dropped.kind) {
     case DroppedFiles::Kind::Database:
-        return ui->actionOpen_Db->isEnabled();
+        return ui->actionOpen_Db->isEnabled() && !isOpenDatabase(dropped.files.first());
     case DroppedFiles::Kind::Records:
         return ui->actionImport_From_File_Export_Manager_File->isEnabled();
     case DroppedFiles::Kind::Structures:
