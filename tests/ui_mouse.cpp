@@ -235,6 +235,7 @@ private slots:
     void readOnlyTakesDatabasesOnly();
     void pictureDialogTakesPictures();
     void pictureOverAnotherEditor();
+    void filesAreNoText();
 };
 
 void Mouse::recordMenu()
@@ -855,6 +856,44 @@ void Mouse::pictureOverAnotherEditor()
         dropFiles(EntryPage::field(*program.window, QStringLiteral("Foto")).editor(), {picture}));
     QCOMPARE(EntryPage::field(*program.window, QStringLiteral("Foto")).rawText(),
              QStringLiteral("TABLES_DOC/libri_Barone/a.png"));
+}
+
+void Mouse::filesAreNoText()
+{
+    const Running program(
+        false,
+        Library + QStringList{QStringLiteral("ALTER TABLE libri ADD COLUMN NLONGSTRINGFORMAT_Trama "
+                                             "text")});
+    program.here.write(QStringLiteral("a.txt"), "x");
+    QMimeData word;
+    word.setText(QStringLiteral("Emma"));
+    auto *const search = Window::get<QLineEdit>(*program.window, "userSearchEdit");
+    EntryPage::openNew(*program.window);
+    const auto editor = [&program](const char *label) {
+        QWidget *const found =
+            EntryPage::field(*program.window, QString::fromLatin1(label)).editor();
+        auto *const area = qobject_cast<QAbstractScrollArea *>(found);
+        return area == nullptr ? found : area->viewport();
+    };
+    const auto accepts = [](QWidget *target, const QMimeData &data) {
+        QDragEnterEvent enter(QPoint(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(target, &enter);
+        return enter.isAccepted();
+    };
+    QMimeData file;
+    file.setUrls({QUrl::fromLocalFile(program.here.path(QStringLiteral("a.txt")))});
+    QMimeData address;
+    address.setUrls({QUrl(QStringLiteral("https://a.it"))});
+    // File managers and browsers give the text as well.
+    file.setText(file.urls().first().toLocalFile());
+    address.setText(QStringLiteral("https://a.it"));
+    for (QWidget *const target :
+         {static_cast<QWidget *>(search), editor("Titolo"), editor("Trama")}) {
+        QVERIFY(!accepts(target, file));
+        QVERIFY(accepts(target, word));
+        QVERIFY(accepts(target, address));
+    }
 }
 
 QTEST_MAIN(Mouse)
