@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStyleFactory>
 
 namespace
@@ -140,11 +141,25 @@ void Tavenor::setLook()
         page->setMaximumWidth(FirstSize::WidestPage);
     }
 
+    fitSmallScreens();
     resize(FirstSize::window(QGuiApplication::primaryScreen()->availableSize()));
     ui->mainSplitter->setStretchFactor(1, 1);
     ui->mainSplitter->setSizes(FirstSize::panelAndPages(width()));
     ui->recordSplitter->setStretchFactor(1, 1);
     ui->recordSplitter->setSizes(FirstSize::listAndRecord(width()));
+}
+
+void Tavenor::fitSmallScreens()
+{
+    // Where the screen has less room than the widest page needs, what is beyond it is scrolled to:
+    // a window that is larger than the screen has parts that nobody can reach.
+    auto *const room = new QScrollArea(ui->centralWidget);
+    room->setObjectName(QStringLiteral("roomScroll"));
+    room->setFrameShape(QFrame::NoFrame);
+    room->setFocusPolicy(Qt::NoFocus);
+    room->setWidgetResizable(true);
+    room->setWidget(ui->mainSplitter);
+    ui->centralLayout->addWidget(room);
 }
 
 void Tavenor::closeEvent(QCloseEvent *event)

@@ -189,6 +189,7 @@ private:
     // Start and life of a database
     void setTexts();
     void setLook();
+    void fitSmallScreens();
     void connectDatabase();
     /// Opens `path` and makes its folders; false, with everything left as it was, when it
     /// cannot be opened. The empty path opens nothing.
@@ -240,6 +241,8 @@ private:
     QWidget *targetIn(QWidget *area) const;
     /// The focus goes to the record list; to the record, while the list is hidden.
     void focusRecords();
+    /// The focus goes to the page shown, where it was there last.
+    void focusPage();
     /// The focus goes to the entry of the panel that is in force.
     void focusPanel();
     QWidget *panelTarget() const;
@@ -315,12 +318,21 @@ private:
     int rowOfRecord(int id) const;
     /// The Id that the line at `row` opens; 0 for a line that opens none.
     int recordOfRow(int row) const;
+    /// True when the line at `row` reads as that of the record shown.
+    bool isLineOfShown(int row) const;
+    /// Shows the record of the selected line, where another one is shown: what is done to the
+    /// line must not be done to that one.
+    void showHighlighted();
     void selectRow(int row);
     /// Makes `table` the current one and shows its record `id`.
     void showRecordOf(const QString &table, int id);
     /// Selects the first line and shows its record, or nothing when the list is empty.
     void showFirstRecord();
     void showSearchResult(int index);
+    /// Notes the lines that contain `text`, and says so when there is none.
+    void findLines(const QString &text);
+    /// Searches the list again that was read again, and leaves the selection where it is.
+    void searchAgain();
 
     // Record view
     void setRecordViewTexts();
@@ -391,6 +403,10 @@ private:
     /// Shows the current table's icon and name above the pages; while a new table is designed,
     /// the page's heading instead.
     void updateTableHead();
+    /// True while the designer shows something that would be lost with its page.
+    bool isDesigned() const;
+    /// True when the designer may be left: nothing would be lost, or the user agrees.
+    bool mayDropDesign();
     void escapeDesigner();
     void putHeadBeforeRows();
     /// Adds a row that asks for one more column, the sub-tables of sub-tables left out.

@@ -15,6 +15,7 @@ constexpr QSize Frame(8, 40);
 constexpr int UsualPanel = 220;
 constexpr int NarrowPanel = 200;
 constexpr int NarrowWindow = 1100;
+constexpr int NarrowestWithPanel = 720;
 constexpr int UsualList = 280;
 constexpr int WideList = 340;
 constexpr int LeastList = 200;
@@ -39,6 +40,11 @@ QSize FirstSize::window(const QSize &available)
 {
     const QSize share = available * ShareOfLargeScreen;
     return share.boundedTo(Largest).expandedTo(Usual).boundedTo(available - Frame);
+}
+
+bool FirstSize::hasRoomForPanel(int windowWidth)
+{
+    return windowWidth >= NarrowestWithPanel;
 }
 
 QList<int> FirstSize::panelAndPages(int windowWidth)

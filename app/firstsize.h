@@ -16,6 +16,9 @@ constexpr int WidestPage = 1000;
 /// fifths of a large one, within limits in which a card can be read. Never larger than the room.
 QSize window(const QSize &available);
 
+/// False for a window so narrow that a record cannot be read beside the table panel.
+bool hasRoomForPanel(int windowWidth);
+
 /// The widths of the table panel and of what stands beside it, in a window so wide.
 QList<int> panelAndPages(int windowWidth);
 

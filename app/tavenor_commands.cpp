@@ -3,6 +3,7 @@
 // Main window: menu actions, which of them can be used when, and the marks of the modes.
 #include "app/Tavenor.h"
 
+#include "app/firstsize.h"
 #include "ui_Tavenor.h"
 #include "widgets/CardFrame.h"
 #include "widgets/icons.h"
@@ -188,7 +189,8 @@ void Tavenor::makeModeMarks()
     showListAction =
         new QAction(Icons::shared(QStringLiteral(":/panelIcon")), QStringLiteral("Tabelle"), this);
     showListAction->setCheckable(true);
-    showListAction->setChecked(true);
+    showListAction->setChecked(FirstSize::hasRoomForPanel(width()));
+    hideShowList(showListAction->isChecked());
     ui->mainToolBar->addSeparator();
     ui->mainToolBar->addAction(showListAction);
     showListAction->setShortcut(QKeySequence(Qt::Key_F9));

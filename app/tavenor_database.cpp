@@ -48,7 +48,12 @@ void Tavenor::switchDatabase(const QString &path)
 
 void Tavenor::hideShowList(bool on)
 {
+    const bool hadFocus = ui->listFrame->isAncestorOf(focusWidget());
     ui->listFrame->setVisible(on);
+    if (!on && hadFocus) {
+        // Otherwise it would go to whatever comes next.
+        focusPage();
+    }
 }
 
 void Tavenor::showDbPath(bool on)
@@ -122,7 +127,6 @@ void Tavenor::setDatabase(bool skipLock)
         setReadOnly(true);
     }
     updateCommands();
-    explainEmptyFilters();
     rebuildTableList();
     showFirstTable();
     if (!db->isOpen()) {

@@ -336,15 +336,26 @@ void Tavenor::cancelNewTable()
     restoreFocus();
 }
 
+bool Tavenor::isDesigned() const
+{
+    if (ui->stPages->currentIndex() != DesignerPage) {
+        return false;
+    }
+    const bool isNamed = !addingFields && !ui->leTableName->text().isEmpty();
+    return isNamed || designerRows.size() > 1 ||
+           std::any_of(designerRows.begin(), designerRows.end(), [](const newTableElement *row) {
+               return row->kind() != newTableElement::Kind::Empty;
+           });
+}
+
+bool Tavenor::mayDropDesign()
+{
+    return !isDesigned() || confirm(QStringLiteral("Chiudere senza salvare le modifiche?"));
+}
+
 void Tavenor::escapeDesigner()
 {
-    const bool isNamed = !addingFields && !ui->leTableName->text().isEmpty();
-    const bool isDesigned =
-        isNamed || designerRows.size() > 1 ||
-        std::any_of(designerRows.begin(), designerRows.end(), [](const newTableElement *row) {
-            return row->kind() != newTableElement::Kind::Empty;
-        });
-    if (!isDesigned || confirm(QStringLiteral("Chiudere senza salvare le modifiche?"))) {
+    if (mayDropDesign()) {
         cancelNewTable();
     }
 }

@@ -11,12 +11,12 @@
 
 bool Tavenor::mayTake(const DroppedFiles &dropped) const
 {
-    if (operationRunning || DropTarget::isBlocked(*this)) {
+    if (operationRunning || isDesigned() || DropTarget::isBlocked(*this)) {
         return false;
     }
     switch (dropped.kind) {
     case DroppedFiles::Kind::Database:
-        return ui->actionOpen_Db->isEnabled();
+        return ui->actionOpen_Db->isEnabled() && !isOpenDatabase(dropped.files.first());
     case DroppedFiles::Kind::Records:
         return ui->actionImport_From_File_Export_Manager_File->isEnabled();
     case DroppedFiles::Kind::Structures:

@@ -150,7 +150,8 @@ void Tavenor::showLed(bool on)
 void Tavenor::explainEmptyFilters()
 {
     QStringList ways;
-    if (!readOnly) {
+    // Without a table there is nothing to filter.
+    if (!readOnly && !currentTable.isEmpty()) {
         ways.append(ui->pbFilter->text() + QStringLiteral(" › ") + ui->pbNewFilter->text());
     }
     ui->filtersContents->setPlaceholder(

@@ -75,6 +75,13 @@ void Tavenor::connectKeyboard()
         showFocusEdge(area);
     }
     ui->userSearchEdit->installEventFilter(this);
+    // What leaves the designer by a key.
+    for (QObject *const leaving :
+         {static_cast<QObject *>(ui->pbFilter), static_cast<QObject *>(ui->pbReturn),
+          static_cast<QObject *>(ui->actionOpen_Db), static_cast<QObject *>(ui->actionExit),
+          static_cast<QObject *>(secondDoor.at(1)), static_cast<QObject *>(secondDoor.at(2))}) {
+        leaving->installEventFilter(this);
+    }
 }
 
 void Tavenor::connectTableKeys()
@@ -84,7 +91,7 @@ void Tavenor::connectTableKeys()
         auto *const key = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_1 + place), this);
         key->setAutoRepeat(false);
         connect(key, &QShortcut::activated, this, [this, place] {
-            if (ui->listFrame->isEnabled() && place < listButtons.size()) {
+            if (ui->listFrame->isEnabled() && place < listButtons.size() && mayDropDesign()) {
                 listButtons.at(place)->pushed();
             }
         });
@@ -93,9 +100,11 @@ void Tavenor::connectTableKeys()
 
 bool Tavenor::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool isKey =
-        event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
-    if (watched != ui->userSearchEdit || !isKey) {
+    if (watched != ui->userSearchEdit) {
+        // A key is hit by mistake more easily than a button or an entry of a menu.
+        return event->type() == QEvent::Shortcut && !mayDropDesign();
+    }
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress) {
         return false;
     }
     const auto *const key = static_cast<QKeyEvent *>(event);
@@ -133,6 +142,7 @@ void Tavenor::editListed()
 {
     // In an empty list there is nothing to complain about.
     if (ui->userListWidget->currentItem() != nullptr) {
+        showHighlighted();
         ui->pbEditUser->click();
     }
 }
@@ -150,6 +160,7 @@ void Tavenor::reload()
     loadUserList(currentTable);
     currentId = wanted;
     showCurrentRecord();
+    searchAgain();
 }
 
 void Tavenor::openMenuBar()
@@ -218,6 +229,15 @@ void Tavenor::focusRecords()
                                  ? static_cast<QWidget *>(ui->datiScroll)
                                  : ui->userListWidget;
     records->setFocus(Qt::OtherFocusReason);
+}
+
+void Tavenor::focusPage()
+{
+    if (ui->stPages->currentIndex() == RecordsPage) {
+        focusRecords();
+    } else if (QWidget *const target = targetIn(ui->stPages->currentWidget())) {
+        target->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 QWidget *Tavenor::panelTarget() const

@@ -114,9 +114,10 @@ void Tavenor::showListMenu(int row, const QPoint &place)
 {
     if (row >= 0) {
         ui->userListWidget->setCurrentRow(row);
+        showHighlighted();
     }
     // A line without a title opens no record of its own, so nothing must happen to another one.
-    execRecordMenu(place, row >= 0 && recordOfRow(row) == currentId && currentId != 0);
+    execRecordMenu(place, row >= 0 && recordOfRow(row) != 0 && isLineOfShown(row));
 }
 
 void Tavenor::showRecordMenu(const QPoint &place)

@@ -30,8 +30,13 @@ void Tavenor::setRecordEntryTexts()
     ui->pbCancelEdit->setText(QStringLiteral("Annulla"));
     ui->inputScroll->setAccessibleName(QStringLiteral("Record"));
     setButtonKey(ui->pbNewUser, QKeySequence::New);
-    setButtonKey(ui->pbEditUser, QKeySequence(Qt::Key_F2));
-    setButtonKey(ui->pbDeleteUser, QKeySequence(Qt::CTRL + Qt::Key_Delete));
+    const auto meanTheLineInFocus = [this] {
+        if (ui->userListWidget->hasFocus()) {
+            showHighlighted();
+        }
+    };
+    setButtonKey(ui->pbEditUser, QKeySequence(Qt::Key_F2), meanTheLineInFocus);
+    setButtonKey(ui->pbDeleteUser, QKeySequence(Qt::CTRL + Qt::Key_Delete), meanTheLineInFocus);
     setButtonKey(ui->pbSaveNewUser, QKeySequence::Save);
 }
 

@@ -17,6 +17,8 @@
 #include <QSignalBlocker>
 #include <QStringMatcher>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -52,6 +54,8 @@ void Tavenor::connectRecordList()
     connect(ui->userListWidget, &RecordListWidget::menuRequested, this, &Tavenor::showListMenu);
     connect(ui->userListWidget, &QListWidget::itemSelectionChanged, this,
             &Tavenor::userSelectionChange);
+    // A click on the line that is selected already changes no selection.
+    connect(ui->userListWidget, &QListWidget::itemClicked, this, &Tavenor::showHighlighted);
 }
 
 void Tavenor::loadUserList(const QString &table)
@@ -147,9 +151,12 @@ QStringList Tavenor::waysToATable() const
         return {QStringLiteral("File › Apri Db"),
                 QStringLiteral("Opzioni › Modo Amministratore, poi File › Nuovo Db")};
     }
-    if (!listButtons.isEmpty()) {
-        return {showListAction->text() + QStringLiteral(" › ") +
-                Names::tableDisplayName(listButtons.first()->tableName())};
+    for (const ListButtonForm *const button : listButtons) {
+        // Nobody keeps records in the program's own tables, which the advanced mode lists.
+        if (!Names::isReservedTable(button->tableName())) {
+            return {showListAction->text() + QStringLiteral(" › ") +
+                    Names::tableDisplayName(button->tableName())};
+        }
     }
     if (readOnly) {
         return {};
@@ -195,6 +202,21 @@ int Tavenor::recordOfRow(int row) const
     return listIdMap.value(listLines.value(row));
 }
 
+bool Tavenor::isLineOfShown(int row) const
+{
+    const int own = lineIds.indexOf(currentId);
+    return recordOfRow(row) == currentId || (own >= 0 && listLines.at(own) == listLines.at(row));
+}
+
+void Tavenor::showHighlighted()
+{
+    const int row = ui->userListWidget->currentRow();
+    // After a jump to a record that shares its line with another, the first line is selected.
+    if (row >= 0 && !isLineOfShown(row)) {
+        userSelectionChange();
+    }
+}
+
 void Tavenor::selectRow(int row)
 {
     const QSignalBlocker quiet(ui->userListWidget);
@@ -234,15 +256,33 @@ void Tavenor::userSearch(QString userName)
         ui->userSearchEdit->setNoMatch(QString());
         return;
     }
+    findLines(userName);
+    showSearchResult(0);
+}
+
+void Tavenor::findLines(const QString &text)
+{
     searchResults.clear();
-    const QStringMatcher matcher(userName, Qt::CaseInsensitive);
+    const QStringMatcher matcher(text, Qt::CaseInsensitive);
     for (int row = 0; row < listLines.size(); ++row) {
         if (matcher.indexIn(listLines.at(row)) >= 0) {
             searchResults.append(row);
         }
     }
     ui->userSearchEdit->setNoMatch(searchResults.isEmpty() ? RecordLines::countText(0) : QString());
-    showSearchResult(0);
+}
+
+void Tavenor::searchAgain()
+{
+    const QString text = ui->userSearchEdit->text();
+    if (text.length() < ShortestSearch) {
+        return;
+    }
+    findLines(text);
+    // The next match is the one below the line that is selected.
+    const auto below = std::upper_bound(searchResults.begin(), searchResults.end(),
+                                        ui->userListWidget->currentRow());
+    searchIndex = int(below - searchResults.begin()) - 1;
 }
 
 void Tavenor::userSearchNext()
@@ -262,6 +302,7 @@ void Tavenor::showSearchResult(int index)
     }
     searchIndex = index;
     ui->userListWidget->revealRow(searchResults.at(index));
+    showHighlighted();
 }
 
 void Tavenor::sort(bool on)

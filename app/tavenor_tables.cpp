@@ -139,6 +139,7 @@ void Tavenor::markCurrentTable()
     for (ListButtonForm *const button : qAsConst(listButtons)) {
         button->setCurrent(button->tableName() == currentTable);
     }
+    explainEmptyFilters();
 }
 
 QIcon Tavenor::tableIcon(const QString &table) const

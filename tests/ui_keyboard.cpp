@@ -7,6 +7,7 @@
 #include "tests/support/ModalResponder.h"
 #include "widgets/AboutForm.h"
 #include "widgets/ImageBox.h"
+#include "widgets/SearchLine.h"
 
 #include <QMenuBar>
 #include <QSet>
@@ -33,6 +34,12 @@ const QString Agostino = QStringLiteral("Agostino");
 const QString Munchausen = QStringLiteral("Barone di Munchausen");
 const QString Rampante = QStringLiteral("Barone rampante");
 const QString Titolo = QStringLiteral("Titolo");
+// Their line opens the later one of them.
+const QString EqualTitles = QStringLiteral("INSERT INTO libri VALUES (11,'Zeta','11','','1'),"
+                                           "(12,'Zeta','12','','1')");
+const QString Zeta = QStringLiteral("Zeta");
+constexpr int FirstZeta = 11;
+constexpr int MostLines = 1000000;
 
 enum Page { DesignerPlace, CalculatorPlace, RecordsPlace, EntryPlace, FiltersPlace };
 
@@ -114,7 +121,12 @@ private slots:
     void emptyListEditsNothing();
     void deletesFromTheRecordsPageOnly();
     void deleteKeyEditsTheSearch();
+    void actsOnTheLineInFocus_data();
+    void actsOnTheLineInFocus();
+    void clickShowsTheLine();
+    void foundLineIsShown();
     void reloads();
+    void reloadedListIsSearchedOn();
     void stepsAtOnce();
 
     // Search
@@ -130,6 +142,8 @@ private slots:
     void returnsWhereItCameFrom();
     void designerAndBack();
     void designerAsksBeforeItDropsRows();
+    void keysAskBeforeTheyLeaveTheDesigner_data();
+    void keysAskBeforeTheyLeaveTheDesigner();
     void followsALinkAndReturns();
 
     // Window
@@ -140,6 +154,8 @@ private slots:
     void changesAreasOnAPage();
     void areasThatCannotBeUsedAreSkipped();
     void hidesThePanel();
+    void hiddenPanelHandsTheFocusOn();
+    void opensADatabase();
     void opensTheMenus();
     void quits();
 
@@ -270,6 +286,65 @@ void Keyboard::deleteKeyEditsTheSearch()
     QCOMPARE(Window::lines(*program.window).size(), 4);
 }
 
+void Keyboard::actsOnTheLineInFocus_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("F2") << int(Qt::Key_F2);
+    QTest::newRow("Return") << int(Qt::Key_Return);
+    QTest::newRow("Delete") << int(Qt::Key_Delete);
+}
+
+void Keyboard::actsOnTheLineInFocus()
+{
+    QFETCH(int, key);
+    const Running program;
+    program.sql(EqualTitles);
+    program.window->goToRequest(QStringLiteral("libri"), FirstZeta);
+    QCOMPARE(Window::heading(*program.window), Zeta);
+    QCOMPARE(Window::selectedRows(*program.window), QList<int>{0});
+    QCOMPARE(focus(), QStringLiteral("userListWidget"));
+    if (key == Qt::Key_Delete) {
+        ModalResponder responder;
+        responder.answer(QMessageBox::Yes, [&program](const QMessageBox &) {
+            QCOMPARE(Window::heading(*program.window), Agostino);
+        });
+        press(key, Qt::ControlModifier);
+        QVERIFY(!Window::lines(*program.window).contains(Agostino));
+        QCOMPARE(Window::lines(*program.window).count(Zeta), 2);
+    } else {
+        press(key);
+        QCOMPARE(EntryPage::shown(*program.window, Titolo), Agostino);
+    }
+}
+
+void Keyboard::clickShowsTheLine()
+{
+    const Running program;
+    program.sql(EqualTitles);
+    program.window->goToRequest(QStringLiteral("libri"), FirstZeta);
+    // The buttons under the record are about what it shows, also by their keys.
+    Window::get<QWidget>(*program.window, "datiScroll")->setFocus();
+    press(Qt::Key_F2);
+    QCOMPARE(EntryPage::shown(*program.window, QStringLiteral("Pagine")), QStringLiteral("11"));
+    press(Qt::Key_Escape);
+    program.window->goToRequest(QStringLiteral("libri"), FirstZeta);
+    QCOMPARE(Window::heading(*program.window), Zeta);
+    const auto *const list = Window::get<QListWidget>(*program.window, "userListWidget");
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      list->visualItemRect(list->item(0)).center());
+    QCOMPARE(Window::heading(*program.window), Agostino);
+}
+
+void Keyboard::foundLineIsShown()
+{
+    const Running program;
+    program.sql(EqualTitles);
+    program.window->goToRequest(QStringLiteral("libri"), FirstZeta);
+    press(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), Agostino);
+    QCOMPARE(Window::heading(*program.window), Agostino);
+}
+
 void Keyboard::reloads()
 {
     const Running program;
@@ -279,6 +354,29 @@ void Keyboard::reloads()
     QCOMPARE(Window::lines(*program.window).size(), 5);
     QCOMPARE(Window::heading(*program.window), Munchausen);
     QCOMPARE(focus(), QStringLiteral("userListWidget"));
+}
+
+void Keyboard::reloadedListIsSearchedOn()
+{
+    const Running program;
+    press(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("barone"));
+    QCOMPARE(Window::heading(*program.window), Munchausen);
+    const QString above = QStringLiteral("Barone A");
+    program.sql(QStringLiteral("INSERT INTO libri VALUES (5,'Barone A','1','','1')"));
+    press(Qt::Key_F5);
+    QCOMPARE(Window::heading(*program.window), Munchausen);
+    press(Qt::Key_F3);
+    QCOMPARE(Window::heading(*program.window), Rampante);
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(Window::heading(*program.window), above);
+    // With the search line at nothing more to find.
+    program.sql(QStringLiteral("DELETE FROM libri WHERE RSTRINGFORMAT_Titolo LIKE 'Barone%'"));
+    press(Qt::Key_F5);
+    QVERIFY(Window::get<SearchLine>(*program.window, "userSearchEdit")->hasNoMatch());
+    press(Qt::Key_F3);
+    QCOMPARE(Window::heading(*program.window), Agostino);
 }
 
 void Keyboard::stepsAtOnce()
@@ -454,6 +552,45 @@ void Keyboard::designerAsksBeforeItDropsRows()
     QCOMPARE(responder.takeTexts(), (QStringList{question, question}));
 }
 
+void Keyboard::keysAskBeforeTheyLeaveTheDesigner_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::newRow("another new table") << int(Qt::Key_T) << int(Qt::ControlModifier);
+    QTest::newRow("new fields") << int(Qt::Key_T) << int(Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::newRow("a table") << int(Qt::Key_2) << int(Qt::ControlModifier);
+    QTest::newRow("the filter page") << int(Qt::Key_L) << int(Qt::ControlModifier);
+    QTest::newRow("the way back") << int(Qt::Key_Left) << int(Qt::AltModifier);
+    QTest::newRow("another database") << int(Qt::Key_O) << int(Qt::ControlModifier);
+    QTest::newRow("the end") << int(Qt::Key_Q) << int(Qt::ControlModifier);
+}
+
+void Keyboard::keysAskBeforeTheyLeaveTheDesigner()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    const Running program;
+    program.window->goToRequest(QStringLiteral("libri"), 1);
+    ModalResponder responder;
+    press(Qt::Key_T, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("film"));
+    responder.answer(QMessageBox::No);
+    press(key, Qt::KeyboardModifiers(modifiers));
+    QVERIFY(DesignerPage::isOpen(*program.window));
+    QVERIFY(program.window->isVisible());
+    QCOMPARE(Window::get<QLineEdit>(*program.window, "leTableName")->text(),
+             QStringLiteral("film"));
+    activate(program);
+    responder.answer(QMessageBox::Yes);
+    if (key == Qt::Key_O) {
+        responder.cancelFileDialog();
+    }
+    press(key, Qt::KeyboardModifiers(modifiers));
+    const QString question = QStringLiteral("Chiudere senza salvare le modifiche?");
+    QCOMPARE(responder.takeTexts(), (QStringList{question, question}));
+    QCOMPARE(responder.pending(), 0);
+}
+
 void Keyboard::followsALinkAndReturns()
 {
     const Running program;
@@ -579,6 +716,37 @@ void Keyboard::hidesThePanel()
     QVERIFY(panel->isVisible());
 }
 
+void Keyboard::hiddenPanelHandsTheFocusOn()
+{
+    const Running program;
+    Window::buttons(*program.window).first()->setFocus();
+    press(Qt::Key_F9);
+    QCOMPARE(focus(), QStringLiteral("userListWidget"));
+    press(Qt::Key_F9);
+    press(Qt::Key_L, Qt::ControlModifier);
+    press(Qt::Key_Tab);
+    const QString before = focus();
+    Window::buttons(*program.window).first()->setFocus();
+    press(Qt::Key_F9);
+    QCOMPARE(focus(), before);
+    // Who is elsewhere stays there.
+    press(Qt::Key_Escape);
+    press(Qt::Key_F9);
+    Window::get<QWidget>(*program.window, "pbSort")->setFocus();
+    press(Qt::Key_F9);
+    QCOMPARE(focus(), QStringLiteral("pbSort"));
+}
+
+void Keyboard::opensADatabase()
+{
+    const Running program;
+    ModalResponder responder;
+    responder.cancelFileDialog();
+    press(Qt::Key_O, Qt::ControlModifier);
+    QCOMPARE(responder.fileDialogs().size(), 1);
+    QVERIFY(!responder.fileDialogs().first().saving);
+}
+
 void Keyboard::opensTheMenus()
 {
     const Running program;
@@ -624,13 +792,26 @@ void Keyboard::readOnlyCopy()
     first.here.write(QStringLiteral("lockDb.dat"), "Locked");
     first.window = std::make_unique<Tavenor>();
     QVERIFY(first.show());
-    const ModalResponder responder; // a box would fail the test
+    ModalResponder responder; // a box would fail the test
     for (const auto &key :
          {qMakePair(Qt::Key_N, Qt::ControlModifier), qMakePair(Qt::Key_Delete, Qt::ControlModifier),
-          qMakePair(Qt::Key_F2, Qt::NoModifier), qMakePair(Qt::Key_Return, Qt::NoModifier)}) {
+          qMakePair(Qt::Key_F2, Qt::NoModifier), qMakePair(Qt::Key_Return, Qt::NoModifier),
+          qMakePair(Qt::Key_T, Qt::ControlModifier)}) {
         press(key.first, key.second);
         QCOMPARE(FilterPage::page(*first.window), int(RecordsPlace));
     }
+    press(Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(FilterPage::page(*first.window), int(RecordsPlace));
+    // Reading is free.
+    const QStringList tables = Window::tables(*first.window);
+    for (int place : {1, 0}) {
+        press(Qt::Key_1 + place, Qt::ControlModifier);
+        QCOMPARE(Window::tableHeading(*first.window), tables.at(place));
+    }
+    responder.cancelFileDialog();
+    press(Qt::Key_O, Qt::ControlModifier);
+    QCOMPARE(responder.fileDialogs().size(), 1);
+    QApplication::setActiveWindow(first.window.get());
     press(Qt::Key_L, Qt::ControlModifier);
     QCOMPARE(FilterPage::page(*first.window), int(FiltersPlace));
 }
@@ -638,18 +819,24 @@ void Keyboard::readOnlyCopy()
 void Keyboard::keysRestDuringAnOperation()
 {
     const Running program;
-    // Long enough for the progress to be painted, which lets waiting keys through.
-    program.sql(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 10 UNION ALL SELECT i+1 FROM n "
-                               "WHERE i<20000) INSERT INTO libri SELECT i,'Libro '||i,1,'','1' "
-                               "FROM n"));
     bool pressed = false;
     QTimer::singleShot(0, program.window.get(), [&program, &pressed] {
         pressed = true;
         QTest::keyClick(program.window.get(), Qt::Key_N, Qt::ControlModifier);
         QTest::keyClick(program.window.get(), Qt::Key_2, Qt::ControlModifier);
     });
-    // Events are processed while the list is read.
-    program.window->sort(true);
+    // Events are processed while the list is read, once that takes long enough for the progress
+    // to be painted, whatever the machine.
+    int lines = 0;
+    for (int more = 20000; !pressed && lines < MostLines; more = lines) {
+        program.sql(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT %1 UNION ALL SELECT i+1 FROM n "
+                                   "WHERE i<%2) INSERT INTO libri SELECT i,'Libro '||i,1,'','1' "
+                                   "FROM n")
+                        .arg(100 + lines)
+                        .arg(99 + lines + more));
+        lines += more;
+        program.window->sort(true);
+    }
     QVERIFY(pressed);
     QCOMPARE(program.page(), int(RecordsPlace));
     QCOMPARE(Window::tableHeading(*program.window), QStringLiteral("libri"));

@@ -3,6 +3,7 @@
 // The window's first size and columns, and what it shows while there is nothing to show.
 #include "app/Tavenor.h"
 #include "app/firstsize.h"
+#include "tests/support/EntryPage.h"
 #include "tests/support/ModalResponder.h"
 #include "tests/support/Window.h"
 #include "tests/support/Workspace.h"
@@ -10,7 +11,10 @@
 #include "widgets/inputDataForm.h"
 
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
+#include <QStackedWidget>
 
 namespace
 {
@@ -58,6 +62,8 @@ class LookTest : public QObject
 private slots:
     void firstSize_data();
     void firstSize();
+    void smallScreens_data();
+    void smallScreens();
     void columnsFillTheWindow_data();
     void columnsFillTheWindow();
     void columnsKeepTheirWidths();
@@ -69,6 +75,7 @@ private slots:
     void aReadOnlyListOffersNothing();
     void aNewDatabaseSaysHowToMakeATable();
     void aNewTableIsPointedAt();
+    void withoutATableThereIsNothingToFilter();
     void anEmptyPanelOfFiltersSaysHowToMakeOne();
     void aNewTableIsDesignedUnderNoOtherName();
     void theFirstConditionsWordIsPale();
@@ -93,6 +100,47 @@ void LookTest::firstSize()
 {
     QFETCH(QSize, screen);
     QTEST(FirstSize::window(screen), "window");
+}
+
+void LookTest::smallScreens_data()
+{
+    QTest::addColumn<QSize>("screen");
+    QTest::addColumn<bool>("panel");
+    QTest::addColumn<bool>("scrolls");
+    QTest::newRow("1024 x 600 at twice the scale") << QSize(512, 300) << false << true;
+    QTest::newRow("1024 x 600 at one and a half") << QSize(683, 400) << false << false;
+    QTest::newRow("1366 x 768 at twice the scale") << QSize(683, 384) << false << false;
+    QTest::newRow("800 x 600") << QSize(800, 600) << true << false;
+}
+
+void LookTest::smallScreens()
+{
+    QFETCH(QSize, screen);
+    QFETCH(bool, panel);
+    QFETCH(bool, scrolls);
+    const Workspace here;
+    here.sql(Books, twoTables(ThreeBooks));
+    here.remember(Books);
+    Tavenor window;
+    const QSize size = FirstSize::window(screen);
+    QCOMPARE(FirstSize::hasRoomForPanel(size.width()), panel);
+    window.hideShowList(panel);
+    window.resize(size);
+    window.show();
+    const auto *const room = Window::get<QScrollArea>(window, "roomScroll");
+    auto *const pages = Window::get<QStackedWidget>(window, "stPages");
+    for (int page = 0; page < pages->count(); ++page) {
+        pages->setCurrentIndex(page);
+        QCoreApplication::processEvents();
+        QCOMPARE(window.size(), size);
+        QCOMPARE(room->horizontalScrollBar()->maximum() > 0, scrolls);
+        // What is not seen at once can be scrolled to.
+        const QSize reach = room->viewport()->size() + QSize(room->horizontalScrollBar()->maximum(),
+                                                             room->verticalScrollBar()->maximum());
+        QCOMPARE(reach, room->widget()->size());
+        QCOMPARE(room->widget()->size(),
+                 room->widget()->minimumSizeHint().expandedTo(room->viewport()->size()));
+    }
 }
 
 void LookTest::columnsFillTheWindow_data()
@@ -255,9 +303,34 @@ void LookTest::aNewTableIsPointedAt()
         ->setText(QStringLiteral("Nome"));
     window.acceptedNewTable();
     QCOMPARE(Window::tables(window), QStringList(QStringLiteral("Francobolli")));
-    QCOMPARE(said(window), QStringLiteral("Nessuna Tabella Caricata!\nTabelle › Francobolli"));
+    const QString way = QStringLiteral("Nessuna Tabella Caricata!\nTabelle › Francobolli");
+    QCOMPARE(said(window), way);
+    // The program's own tables, listed before it then, are nobody's.
+    EntryPage::setAdvancedMode(window, true);
+    QVERIFY(Window::tables(window).size() > 1);
+    QVERIFY(Window::tables(window).first() != QStringLiteral("Francobolli"));
+    QCOMPARE(said(window), way);
+    EntryPage::setAdvancedMode(window, false);
     Window::pressTable(window, QStringLiteral("Francobolli"));
     QCOMPARE(said(window), QStringLiteral("0 Records\nAggiungi un nuovo Record"));
+}
+
+void LookTest::withoutATableThereIsNothingToFilter()
+{
+    const Workspace here;
+    here.sql(Books, twoTables(ThreeBooks));
+    Tavenor window;
+    const auto *const panel = Window::get<QWidget>(window, "filtersContents");
+    QCOMPARE(panel->accessibleDescription(), QString());
+    window.administratorModeEnabled(true);
+    ModalResponder responder;
+    responder.chooseFile(here.path(Books));
+    window.openDb();
+    QCOMPARE(panel->accessibleDescription(), QStringLiteral("Filtra › Salva Filtro"));
+    responder.answer(QMessageBox::Yes);
+    window.deleteAll();
+    QVERIFY(Window::tables(window).isEmpty());
+    QCOMPARE(panel->accessibleDescription(), QString());
 }
 
 void LookTest::anEmptyPanelOfFiltersSaysHowToMakeOne()

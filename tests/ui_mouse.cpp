@@ -193,6 +193,9 @@ private slots:
     void lineWithoutTitleOffersNoCommand();
     void emptyListOffersANewRecord();
     void recordMenuOfTheView();
+    void recordMenuOfTheViewNeedsARecord_data();
+    void recordMenuOfTheViewNeedsARecord();
+    void recordMenuOfALineThatIsNotShown();
     void recordMenuByKey();
     void recordMenuWhenReadOnly();
 
@@ -226,11 +229,13 @@ private slots:
     void refused_data();
     void refused();
     void refusedWhileTyped();
+    void refusedWhileATableIsDesigned();
     void refusedBehindABox();
     void importsNeedADatabase();
     void readOnlyTakesDatabasesOnly();
     void pictureDialogTakesPictures();
     void pictureOverAnotherEditor();
+    void filesAreNoText();
 };
 
 void Mouse::recordMenu()
@@ -306,6 +311,51 @@ void Mouse::recordMenuOfTheView()
     const Menu menu = menuOf([title] { rightClick(title, QPoint(2, 2)); }, Edit);
     QCOMPARE(menu.texts, RecordMenu);
     QCOMPARE(EntryPage::shown(*program.window, QStringLiteral("Titolo")), Barone);
+}
+
+void Mouse::recordMenuOfTheViewNeedsARecord_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QString>("values");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("a line without a title opens none, though sub-tables show")
+        << QStringLiteral("NSUBTABLEFORMAT_Note") << QStringLiteral("1,'',''") << QStringList{New};
+    QTest::newRow("one of which nothing is seen can be changed all the same")
+        << QStringLiteral("NLONGSTRINGFORMAT_UserPath") << QStringLiteral("1,'','TABLES_DOC/x'")
+        << RecordMenu;
+}
+
+void Mouse::recordMenuOfTheViewNeedsARecord()
+{
+    QFETCH(QString, column);
+    QFETCH(QString, values);
+    QFETCH(QStringList, texts);
+    const bool isDetail = column.contains(QStringLiteral("UserPath"));
+    const QString title = QStringLiteral("NSTRINGFORMAT_Voce");
+    const Running program(
+        false, {QStringLiteral("CREATE TABLE libri (RINTEGERFORMAT_Id integer primary key,"
+                               "%1 text,%2 text)")
+                    .arg(isDetail ? column : title, isDetail ? title : column),
+                QStringLiteral("CREATE TABLE soci (RINTEGERFORMAT_Id integer primary key,"
+                               "RSTRINGFORMAT_Nome text)"),
+                QStringLiteral("INSERT INTO libri VALUES (%1)")
+                    .arg(isDetail ? QStringLiteral("1,'TABLES_DOC/x',''") : values)});
+    QCOMPARE(Window::fields(*program.window).isEmpty(), isDetail);
+    QWidget *const page = Window::get<QWidget>(*program.window, "datiContents");
+    QCOMPARE(menuOf([page] { rightClick(page, page->rect().center()); }).texts, texts);
+}
+
+void Mouse::recordMenuOfALineThatIsNotShown()
+{
+    // After a jump to one of two equal titles the first line is selected, and another one shown.
+    const Running program;
+    program.sql(QStringLiteral("DELETE FROM libri WHERE RINTEGERFORMAT_Id=3"));
+    program.sql(QStringLiteral("INSERT INTO libri VALUES (11,'Zeta','','',''),"
+                               "(12,'Zeta','','','')"));
+    program.window->goToRequest(QStringLiteral("libri"), 11);
+    QCOMPARE(Window::heading(*program.window), QStringLiteral("Zeta"));
+    QCOMPARE(onLine(*program.window, 0, Edit).texts, RecordMenu);
+    QCOMPARE(EntryPage::shown(*program.window, QStringLiteral("Titolo")), Agostino);
 }
 
 void Mouse::recordMenuByKey()
@@ -658,6 +708,8 @@ void Mouse::refused_data()
     add("a folder", QStringLiteral("folder.db"));
     add("a pipe", QStringLiteral("pipe.xmf"));
     add("a name without a point", QStringLiteral("db"));
+    add("the database that is open", QStringLiteral("books.db"));
+    add("the one that is open by another name", QStringLiteral("link.db"));
 }
 
 void Mouse::refused()
@@ -668,6 +720,8 @@ void Mouse::refused()
          {"a.txt", "a.png", "a.db", "b.db", "a.xmf", "a.tsc", "db", "folder.db/x"}) {
         program.here.write(QString::fromLatin1(file), "x");
     }
+    QVERIFY(QFile::link(program.here.path(program.database),
+                        program.here.path(QStringLiteral("link.db"))));
     const QByteArray pipe = QFile::encodeName(program.here.path(QStringLiteral("pipe.xmf")));
     QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
     const ModalResponder responder; // a box would fail the test
@@ -695,6 +749,21 @@ void Mouse::refusedWhileTyped()
         QVERIFY(!dropFiles(program.window.get(), {program.here.path(QString::fromLatin1(name))}));
     }
     QCOMPARE(EntryPage::shown(*program.window, QStringLiteral("Titolo")), QStringLiteral("x"));
+}
+
+void Mouse::refusedWhileATableIsDesigned()
+{
+    const Running program(true);
+    program.here.write(QStringLiteral("a.db"), "");
+    program.here.write(QStringLiteral("a.tsc"), Film);
+    DesignerPage::openNew(*program.window);
+    auto *const name = Window::get<QLineEdit>(*program.window, "leTableName");
+    name->setText(QStringLiteral("film"));
+    for (const char *const file : {"a.db", "a.tsc"}) {
+        QVERIFY(!dropFiles(program.window.get(), {program.here.path(QString::fromLatin1(file))}));
+    }
+    name->clear();
+    QVERIFY(dropFiles(program.window.get(), {program.here.path(QStringLiteral("a.db"))}));
 }
 
 void Mouse::refusedBehindABox()
@@ -787,6 +856,44 @@ void Mouse::pictureOverAnotherEditor()
         dropFiles(EntryPage::field(*program.window, QStringLiteral("Foto")).editor(), {picture}));
     QCOMPARE(EntryPage::field(*program.window, QStringLiteral("Foto")).rawText(),
              QStringLiteral("TABLES_DOC/libri_Barone/a.png"));
+}
+
+void Mouse::filesAreNoText()
+{
+    const Running program(
+        false,
+        Library + QStringList{QStringLiteral("ALTER TABLE libri ADD COLUMN NLONGSTRINGFORMAT_Trama "
+                                             "text")});
+    program.here.write(QStringLiteral("a.txt"), "x");
+    QMimeData word;
+    word.setText(QStringLiteral("Emma"));
+    auto *const search = Window::get<QLineEdit>(*program.window, "userSearchEdit");
+    EntryPage::openNew(*program.window);
+    const auto editor = [&program](const char *label) {
+        QWidget *const found =
+            EntryPage::field(*program.window, QString::fromLatin1(label)).editor();
+        auto *const area = qobject_cast<QAbstractScrollArea *>(found);
+        return area == nullptr ? found : area->viewport();
+    };
+    const auto accepts = [](QWidget *target, const QMimeData &data) {
+        QDragEnterEvent enter(QPoint(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(target, &enter);
+        return enter.isAccepted();
+    };
+    QMimeData file;
+    file.setUrls({QUrl::fromLocalFile(program.here.path(QStringLiteral("a.txt")))});
+    QMimeData address;
+    address.setUrls({QUrl(QStringLiteral("https://a.it"))});
+    // File managers and browsers give the text as well.
+    file.setText(file.urls().first().toLocalFile());
+    address.setText(QStringLiteral("https://a.it"));
+    for (QWidget *const target :
+         {static_cast<QWidget *>(search), editor("Titolo"), editor("Trama")}) {
+        QVERIFY(!accepts(target, file));
+        QVERIFY(accepts(target, word));
+        QVERIFY(accepts(target, address));
+    }
 }
 
 QTEST_MAIN(Mouse)

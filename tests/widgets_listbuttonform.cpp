@@ -122,6 +122,8 @@ void TestListButtonForm::filtersShowTheirOwnName()
     QCOMPARE(button(form)->accessibleName(), QString("Non letti"));
     QCOMPARE(button(form)->toolTip(), QString("#Note"));
     QCOMPARE(form.toolTip(), QString("#Note"));
+    // Over the label too, which would tell its own text where that is cut short.
+    QCOMPARE(label(form)->toolTip(), QString("#Note"));
 }
 
 void TestListButtonForm::tablesAnnounceThemselves()

@@ -85,4 +85,6 @@ void ListButtonForm::setShownName(const QString &name, const QString &tip)
     ui->pbList->setAccessibleName(name);
     PlainToolTip::set(ui->pbList, tip);
     PlainToolTip::set(this, tip);
+    // Without one of its own, a label that is cut short tells its text.
+    PlainToolTip::set(ui->lbListName, tip);
 }

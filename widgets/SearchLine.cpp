@@ -4,6 +4,7 @@
 #include "widgets/SearchLine.h"
 
 #include "widgets/icons.h"
+#include "widgets/textdrops.h"
 
 #include <QAction>
 #include <QApplication>
@@ -14,6 +15,7 @@ SearchLine::SearchLine(QWidget *parent)
     , magnifier(addAction(Icons::shared(QStringLiteral(":/searchIcon")), LeadingPosition))
 {
     setClearButtonEnabled(true);
+    letFilesPass(this);
 }
 
 void SearchLine::setNoMatch(const QString &description)

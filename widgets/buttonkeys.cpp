@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QShortcutEvent>
 
+#include <utility>
+
 namespace
 {
 
@@ -15,9 +17,10 @@ namespace
 class PressAtOnce : public QObject
 {
 public:
-    explicit PressAtOnce(QPushButton *pressed)
+    PressAtOnce(QPushButton *pressed, std::function<void()> callBefore)
         : QObject(pressed)
         , button(pressed)
+        , before(std::move(callBefore))
     {
     }
 
@@ -27,18 +30,22 @@ public:
             static_cast<QShortcutEvent *>(event)->isAmbiguous()) {
             return false;
         }
+        if (before) {
+            before();
+        }
         button->click();
         return true;
     }
 
 private:
     QPushButton *const button;
+    const std::function<void()> before;
 };
 
 } // namespace
 
-void setButtonKey(QPushButton *button, const QKeySequence &key)
+void setButtonKey(QPushButton *button, const QKeySequence &key, const std::function<void()> &before)
 {
     button->setShortcut(key);
-    button->installEventFilter(new PressAtOnce(button));
+    button->installEventFilter(new PressAtOnce(button, before));
 }

@@ -13,6 +13,7 @@
 #include "widgets/longtext.h"
 #include "widgets/plaintooltip.h"
 #include "widgets/spokenlabel.h"
+#include "widgets/textdrops.h"
 #include "widgets/wheelguard.h"
 
 #include <QMessageBox>
@@ -48,6 +49,8 @@ inputDataForm::inputDataForm(QWidget *parent)
     ui->setupUi(this);
     ui->leData->setMaxLength(std::numeric_limits<int>::max());
     ui->leData->installEventFilter(this);
+    letFilesPass(ui->leData);
+    letFilesPass(ui->teData->viewport());
     ui->lbRequired->setForegroundRole(QPalette::Highlight);
     ui->activeMark->setBackgroundRole(QPalette::Highlight);
     ui->lbMissing->setAccessibleName(QStringLiteral("Il file non c'è"));
