@@ -4,6 +4,7 @@
 #include "model/sqlnames.h"
 
 #include "model/formats.h"
+#include "tests/support/SqlKeywords.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -83,26 +84,6 @@ bool canBeSelected(const QString &name)
     return query.exec(QStringLiteral("SELECT id,%1 FROM t WHERE %1 = 'mine'").arg(name)) &&
            query.next() && query.record().fieldName(1) == name &&
            query.value(1).toString() == QLatin1String("mine");
-}
-
-/// All keywords of SQLite 3.40.
-QStringList keywords()
-{
-    return QStringLiteral(
-               "ABORT ACTION ADD AFTER ALL ALTER ALWAYS ANALYZE AND AS ASC ATTACH AUTOINCREMENT "
-               "BEFORE BEGIN BETWEEN BY CASCADE CASE CAST CHECK COLLATE COLUMN COMMIT CONFLICT "
-               "CONSTRAINT CREATE CROSS CURRENT CURRENT_DATE CURRENT_TIME CURRENT_TIMESTAMP "
-               "DATABASE DEFAULT DEFERRABLE DEFERRED DELETE DESC DETACH DISTINCT DO DROP EACH "
-               "ELSE END ESCAPE EXCEPT EXCLUDE EXCLUSIVE EXISTS EXPLAIN FAIL FILTER FIRST "
-               "FOLLOWING FOR FOREIGN FROM FULL GENERATED GLOB GROUP GROUPS HAVING IF IGNORE "
-               "IMMEDIATE IN INDEX INDEXED INITIALLY INNER INSERT INSTEAD INTERSECT INTO IS "
-               "ISNULL JOIN KEY LAST LEFT LIKE LIMIT MATCH MATERIALIZED NATURAL NO NOT NOTHING "
-               "NOTNULL NULL NULLS OF OFFSET ON OR ORDER OTHERS OUTER OVER PARTITION PLAN PRAGMA "
-               "PRECEDING PRIMARY QUERY RAISE RANGE RECURSIVE REFERENCES REGEXP REINDEX RELEASE "
-               "RENAME REPLACE RESTRICT RETURNING RIGHT ROLLBACK ROW ROWS SAVEPOINT SELECT SET "
-               "TABLE TEMP TEMPORARY THEN TIES TO TRANSACTION TRIGGER UNBOUNDED UNION UNIQUE "
-               "UPDATE USING VACUUM VALUES VIEW VIRTUAL WHEN WHERE WINDOW WITH WITHOUT")
-        .split(QLatin1Char(' '));
 }
 
 } // namespace
@@ -207,7 +188,7 @@ void TestSqlNames::charactersBeyondAsciiAsSqliteReadsThem()
 void TestSqlNames::reservedWordsAreThoseThatFailAsTables_data()
 {
     QTest::addColumn<QString>("word");
-    for (const QString &word : keywords()) {
+    for (const QString &word : sqlKeywords()) {
         QTest::newRow(qPrintable(word)) << word;
     }
 }
@@ -223,7 +204,7 @@ void TestSqlNames::reservedWordsAreThoseThatFailAsTables()
 void TestSqlNames::canBeRead_data()
 {
     QTest::addColumn<QString>("word");
-    for (const QString &word : keywords()) {
+    for (const QString &word : sqlKeywords()) {
         QTest::newRow(qPrintable(word)) << word;
     }
     QTest::newRow("a plain name") << "nome";

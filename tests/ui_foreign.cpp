@@ -3,6 +3,7 @@
 // Databases that other programs or other people made: shown as far as possible, never obeyed.
 #include "app/Tavenor.h"
 #include "tests/support/ModalResponder.h"
+#include "tests/support/PngFile.h"
 #include "tests/support/Sql.h"
 #include "tests/support/UrlCatcher.h"
 #include "tests/support/Window.h"
@@ -121,43 +122,6 @@ void openEverything(const Tavenor &window)
             }
         }
     }
-}
-
-// A length, a size or a check sum as PNG files hold it.
-QByteArray bigEndian(quint32 number)
-{
-    QByteArray bytes;
-    for (const int shift : {24, 16, 8, 0}) {
-        bytes.append(char((number >> shift) & 0xff));
-    }
-    return bytes;
-}
-
-quint32 checkSum(const QByteArray &bytes)
-{
-    quint32 sum = 0xffffffffU;
-    for (const char byte : bytes) {
-        sum ^= quint8(byte);
-        for (int bit = 0; bit < 8; ++bit) {
-            sum = (sum & 1) != 0 ? (sum >> 1) ^ 0xedb88320U : sum >> 1;
-        }
-    }
-    return ~sum;
-}
-
-QByteArray chunk(const QByteArray &name, const QByteArray &content)
-{
-    return bigEndian(quint32(content.size())) + name + content +
-           bigEndian(checkSum(name + content));
-}
-
-// A PNG file that says to be so large, with hardly anything behind it.
-QByteArray pngOfSize(quint32 width, quint32 height)
-{
-    const QByteArray header =
-        bigEndian(width) + bigEndian(height) + QByteArray("\x08\x02\0\0\0", 5);
-    return QByteArray("\x89PNG\r\n\x1a\n") + chunk("IHDR", header) +
-           chunk("IDAT", qCompress(QByteArray(1000, '\0')).mid(4)) + chunk("IEND", QByteArray());
 }
 
 const QString Markup = QStringLiteral("<img src='pipe'><b>x</b>&amp;<a href='file:///'>y</a>");

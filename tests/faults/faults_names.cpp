@@ -8,6 +8,7 @@
 #include "tests/support/DesignerPage.h"
 #include "tests/support/FilterPage.h"
 #include "tests/support/Sql.h"
+#include "tests/support/SqlKeywords.h"
 #include "tests/support/UrlCatcher.h"
 
 #include <QDir>
@@ -28,25 +29,6 @@ constexpr int FewNames = 8;
 QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);
-}
-
-// Every keyword that SQLite knows.
-QStringList keywords()
-{
-    return text("ABORT ACTION ADD AFTER ALL ALTER ALWAYS ANALYZE AND AS ASC ATTACH AUTOINCREMENT "
-                "BEFORE BEGIN BETWEEN BY CASCADE CASE CAST CHECK COLLATE COLUMN COMMIT CONFLICT "
-                "CONSTRAINT CREATE CROSS CURRENT CURRENT_DATE CURRENT_TIME CURRENT_TIMESTAMP "
-                "DATABASE DEFAULT DEFERRABLE DEFERRED DELETE DESC DETACH DISTINCT DO DROP EACH "
-                "ELSE END ESCAPE EXCEPT EXCLUDE EXCLUSIVE EXISTS EXPLAIN FAIL FILTER FIRST "
-                "FOLLOWING FOR FOREIGN FROM FULL GENERATED GLOB GROUP GROUPS HAVING IF IGNORE "
-                "IMMEDIATE IN INDEX INDEXED INITIALLY INNER INSERT INSTEAD INTERSECT INTO IS "
-                "ISNULL JOIN KEY LAST LEFT LIKE LIMIT MATCH MATERIALIZED NATURAL NO NOT NOTHING "
-                "NOTNULL NULL NULLS OF OFFSET ON OR ORDER OTHERS OUTER OVER PARTITION PLAN PRAGMA "
-                "PRECEDING PRIMARY QUERY RAISE RANGE RECURSIVE REFERENCES REGEXP REINDEX RELEASE "
-                "RENAME REPLACE RESTRICT RETURNING RIGHT ROLLBACK ROW ROWS SAVEPOINT SELECT SET "
-                "TABLE TEMP TEMPORARY THEN TIES TO TRANSACTION TRIGGER UNBOUNDED UNION UNIQUE "
-                "UPDATE USING VACUUM VALUES VIEW VIRTUAL WHEN WHERE WINDOW WITH WITHOUT")
-        .split(QLatin1Char(' '));
 }
 
 QStringList asciiNames()
@@ -513,8 +495,8 @@ private:
 
 void FaultsNames::keywordsAreAll()
 {
-    QCOMPARE(keywords().size(), 147);
-    QStringList all = keywords();
+    QCOMPARE(sqlKeywords().size(), 147);
+    QStringList all = sqlKeywords();
     QCOMPARE(all.removeDuplicates(), 0);
     QVERIFY(awkwardNames().size() >= 100);
     QCOMPARE(asciiNames().size(), 254);
@@ -529,7 +511,7 @@ void FaultsNames::names_data()
         {text("table"), asTableName},          {text("label"), asLabels},
         {text("filter"), asFilterName},        {text("title with a detail table"), asTitle},
         {text("attached file"), asAttachment}, {text("exported file"), asExport}};
-    QStringList all = awkwardNames() + keywords() + asciiNames();
+    QStringList all = awkwardNames() + sqlKeywords() + asciiNames();
     std::mt19937 random(Campaign::start());
     std::shuffle(all.begin(), all.end(), random);
     int first = 0;

@@ -5,6 +5,7 @@
 #include "tests/support/Campaign.h"
 #include "tests/support/DesignerPage.h"
 #include "tests/support/FilterPage.h"
+#include "tests/support/PngFile.h"
 #include "tests/support/UrlCatcher.h"
 #include "widgets/ImageBox.h"
 
@@ -98,43 +99,11 @@ void lookAtEditors(const QWidget &window)
     EntryPage::forgetOldPages();
 }
 
-QByteArray bigEndian(quint32 number)
-{
-    QByteArray bytes(4, '\0');
-    qToBigEndian(number, bytes.data());
-    return bytes;
-}
-
 QByteArray littleEndian(quint32 number)
 {
     QByteArray bytes(4, '\0');
     qToLittleEndian(number, bytes.data());
     return bytes;
-}
-
-quint32 checkSum(const QByteArray &bytes)
-{
-    quint32 sum = 0xffffffffU;
-    for (const char byte : bytes) {
-        sum ^= quint8(byte);
-        for (int bit = 0; bit < 8; ++bit) {
-            sum = (sum & 1) != 0 ? (sum >> 1) ^ 0xedb88320U : sum >> 1;
-        }
-    }
-    return ~sum;
-}
-
-QByteArray chunk(const QByteArray &name, const QByteArray &content)
-{
-    return bigEndian(quint32(content.size())) + name + content +
-           bigEndian(checkSum(name + content));
-}
-
-QByteArray png(quint32 side)
-{
-    return QByteArray("\x89PNG\r\n\x1a\n") +
-           chunk("IHDR", bigEndian(side) + bigEndian(side) + QByteArray("\x08\x02\0\0\0", 5)) +
-           chunk("IDAT", qCompress(QByteArray(1000, '\0')).mid(4)) + chunk("IEND", QByteArray());
 }
 
 // Small files that say to be huge, of every format that the toolkit reads.
@@ -143,7 +112,7 @@ QVector<QByteArray> pictureBombs()
     const QByteArray huge = "100000";
     QVector<QByteArray> files;
     for (const quint32 side : {0U, 10001U, 30000U, 65535U, 0x7fffffffU, 0xffffffffU}) {
-        files.append(png(side));
+        files.append(pngOfSize(side, side));
         files.append("BM" + littleEndian(1000) + littleEndian(0) + littleEndian(54) +
                      littleEndian(40) + littleEndian(side) + littleEndian(side) +
                      QByteArray("\x01\0\x18\0", 4) + QByteArray(24, '\0') + QByteArray(100, 'x'));
